@@ -1,0 +1,133 @@
+#include "depend/table_index.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "depend/name_patterns.h"
+
+namespace startplan {
+
+namespace {
+
+// Sorting the keys costs about as much as this many walks over them (bench_match measures both).
+constexpr std::size_t kIndexPaysFrom = 64;
+
+bool BeginsWith(std::string_view text, std::string_view prefix)
+{
+    return text.size() >= prefix.size() && text.compare(0, prefix.size(), prefix) == 0;
+}
+
+} // namespace
+
+const TableEntry* FindByWalk(const DependsMap& table, std::string_view name)
+{
+    for (const TableEntry& entry : table) {
+        if (MatchesPattern(entry.first, name)) {
+            return &entry;
+        }
+    }
+    return nullptr;
+}
+
+NameFinder::NameFinder(const DependsMap& table, std::size_t requests)
+    : table_(table), isIndexed_(requests >= kIndexPaysFrom)
+{
+    if (isIndexed_) {
+        Build();
+    }
+}
+
+void NameFinder::Build()
+{
+    entries_.reserve(table_.size());
+    std::vector<std::pair<std::string_view, std::size_t>> byLiteral;
+    byLiteral.reserve(table_.size());
+    for (const TableEntry& entry : table_) {
+        const std::size_t position = entries_.size();
+        entries_.push_back(&entry);
+        const std::string_view literal =
+            HasMatchableLength(entry.first) ? LeadingLiteral(entry.first) : std::string_view();
+        if (literal.empty()) {
+            always_.push_back(position);
+        } else {
+            byLiteral.emplace_back(literal, position);
+        }
+    }
+    std::sort(byLiteral.begin(), byLiteral.end());
+    for (const auto& [literal, position] : byLiteral) {
+        if (literals_.empty() || literals_.back().text != literal) {
+            literals_.push_back({literal, {}, kNone});
+        }
+        literals_.back().positions.push_back(position);
+    }
+    LinkPrefixes();
+}
+
+// In ascending order a literal's prefixes all stand before it, and the longest of them is its neighbour or
+// one of that neighbour's own prefixes.
+void NameFinder::LinkPrefixes()
+{
+    for (std::size_t i = 1; i < literals_.size(); ++i) {
+        std::size_t candidate = i - 1;
+        while (candidate != kNone && !BeginsWith(literals_[i].text, literals_[candidate].text)) {
+            candidate = literals_[candidate].prefix;
+        }
+        literals_[i].prefix = candidate;
+    }
+}
+
+// By the same argument as above, with the name in the place of a literal.
+std::size_t NameFinder::LongestPrefixOf(std::string_view name) const
+{
+    const auto behind =
+        std::upper_bound(literals_.begin(), literals_.end(), name,
+                         [](std::string_view text, const Literal& literal) { return text < literal.text; });
+    std::size_t candidate =
+        behind == literals_.begin() ? kNone : static_cast<std::size_t>(behind - literals_.begin()) - 1;
+    while (candidate != kNone && !BeginsWith(name, literals_[candidate].text)) {
+        candidate = literals_[candidate].prefix;
+    }
+    return candidate;
+}
+
+const TableEntry* NameFinder::Find(std::string_view name)
+{
+    if (!isIndexed_ || !HasMatchableLength(name)) {
+        return FindByWalk(table_, name);
+    }
+    candidates_ = always_;
+    for (std::size_t i = LongestPrefixOf(name); i != kNone; i = literals_[i].prefix) {
+        candidates_.insert(candidates_.end(), literals_[i].positions.begin(), literals_[i].positions.end());
+    }
+    std::sort(candidates_.begin(), candidates_.end());
+    for (const std::size_t position : candidates_) {
+        if (MatchesPattern(entries_[position]->first, name)) {
+            return entries_[position];
+        }
+    }
+    return nullptr;
+}
+
+RequestedNames::RequestedNames(const std::vector<std::string>& names) : names_(names.begin(), names.end()) {}
+
+DependantFinder::DependantFinder(const DependsMap& table, const std::vector<std::string>& names)
+{
+    dependants_.reserve(names.size());
+    for (const std::string& name : names) {
+        dependants_.try_emplace(name);
+    }
+    for (const TableEntry& entry : table) {
+        for (const std::string& dependency : entry.second) {
+            const auto requested = dependants_.find(dependency);
+            if (requested != dependants_.end()) {
+                requested->second.push_back(&entry);
+            }
+        }
+    }
+}
+
+} // namespace startplan

@@ -1,0 +1,82 @@
+#ifndef STARTPLAN_DEPEND_TABLE_INDEX_H
+#define STARTPLAN_DEPEND_TABLE_INDEX_H
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <unordered_set>
+#include <vector>
+
+#include "startplan/parse_and_depend.h"
+
+// Indexes over the dependency table and over a request, built for one call. Each finds what a walk over
+// the table finds, and makes the same log lines in the same order.
+namespace startplan {
+
+using DependsMap = ParseAndDepend::DependsMap;
+using TableEntry = DependsMap::value_type;
+
+// The first entry in the table's order whose key matches `name`; null where none does.
+const TableEntry* FindByWalk(const DependsMap& table, std::string_view name);
+
+// Answers FindByWalk() for many names.
+//
+// Only a key whose leading literal the name begins with can match it, or can log anything about it; and a
+// key of an impossible length, which logs one line for every name. So the keys are sorted by their leading
+// literals, those that begin a name lie on one chain of ever shorter literals, and the few keys on it are
+// tried in the table's order. A name of an impossible length is walked, for each key logs it.
+class NameFinder {
+public:
+    // `requests` is how many names will be asked for: an index pays only from a certain number on.
+    NameFinder(const DependsMap& table, std::size_t requests);
+
+    const TableEntry* Find(std::string_view name);
+
+private:
+    static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
+
+    // A leading literal and the keys that share it.
+    struct Literal {
+        std::string_view text;
+        std::vector<std::size_t> positions; // of the keys, ascending
+        std::size_t prefix = kNone;         // the longest other literal that this one begins with
+    };
+
+    void Build();
+    void LinkPrefixes();
+    std::size_t LongestPrefixOf(std::string_view name) const;
+
+    const DependsMap& table_;
+    bool isIndexed_;
+    std::vector<const TableEntry*> entries_; // in the table's order
+    std::vector<std::size_t> always_;        // positions of keys that every name is tried against
+    std::vector<Literal> literals_;          // in ascending byte order
+    std::vector<std::size_t> candidates_;    // of the name at hand; kept for its storage
+};
+
+// The names of a request, to ask which are in it.
+class RequestedNames {
+public:
+    explicit RequestedNames(const std::vector<std::string>& names);
+
+    bool Contains(std::string_view name) const { return names_.count(name) != 0; }
+
+private:
+    std::unordered_set<std::string_view> names_;
+};
+
+// For each name of a request, the table's entries that depend on it, in the table's order.
+class DependantFinder {
+public:
+    DependantFinder(const DependsMap& table, const std::vector<std::string>& names);
+
+    const std::vector<const TableEntry*>& Find(std::string_view name) const { return dependants_.at(name); }
+
+private:
+    std::unordered_map<std::string_view, std::vector<const TableEntry*>> dependants_;
+};
+
+} // namespace startplan
+
+#endif

@@ -1,0 +1,55 @@
+#include <cstdint>
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+#include <syslog.h>
+
+#include "depend/table_index.h"
+#include "startplan/depend_graph.h"
+#include "startplan/parse_and_depend.h"
+#include "startplan/result_codes.h"
+
+std::uint32_t ParseAndDepend::GetTermGraphWithErrApp(const std::vector<std::string>& termAppNames,
+                                                     DependGraph& graph,
+                                                     std::vector<std::string>& errApps) const
+{
+    std::uint32_t result = 0;
+    std::map<std::string, std::set<std::string>> collected;
+    startplan::NameFinder finder(applicationDependsMap_, termAppNames.size());
+    const startplan::RequestedNames requested(termAppNames);
+    const startplan::DependantFinder dependants(applicationDependsMap_, termAppNames);
+    for (const std::string& name : termAppNames) {
+        if (finder.Find(name) == nullptr) {
+            syslog(LOG_ERR, "ParseAndDepend GetTermGraph %s is not in applicationDependsMap_", name.c_str());
+            errApps.push_back(name);
+            result = PARSE_ERR_DEPEND_NOT_FOUND;
+            continue;
+        }
+        std::set<std::string>& waitsFor = collected[name];
+        for (const startplan::TableEntry* dependant : dependants.Find(name)) {
+            if (requested.Contains(dependant->first)) {
+                waitsFor.insert(dependant->first);
+            } else {
+                syslog(LOG_WARNING, "ParseAndDepend GetTermGraph %s is not in termAppNames",
+                       dependant->first.c_str());
+            }
+        }
+    }
+
+    graph.Update(collected);
+    if (graph.HasCycle()) {
+        graph.Clear();
+        syslog(LOG_ERR, "ParseAndDepend GetTermGraph: the graph has cycle !");
+        result = PARSE_ERR_GRAPH_CYCLE;
+    }
+    return result;
+}
+
+std::uint32_t ParseAndDepend::GetTermGraph(const std::vector<std::string>& termAppNames,
+                                           DependGraph& graph) const
+{
+    std::vector<std::string> errApps;
+    return GetTermGraphWithErrApp(termAppNames, graph, errApps);
+}

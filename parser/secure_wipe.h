@@ -1,0 +1,26 @@
+#ifndef STARTPLAN_PARSER_SECURE_WIPE_H
+#define STARTPLAN_PARSER_SECURE_WIPE_H
+
+#ifndef __STDC_WANT_LIB_EXT1__
+#define __STDC_WANT_LIB_EXT1__ 1
+#endif
+#include <cerrno>
+#include <cstddef>
+#include <cstring>
+
+#include <string.h>
+
+#ifndef __STDC_LIB_EXT1__
+// The C library lacks the bounds-checked fill. Like the standard's, it fills even what nobody reads
+// again; unlike it, it knows one value to fill with, which is all that wiping needs.
+inline int memset_s(void* destination, std::size_t size, int value, std::size_t count)
+{
+    if (destination == nullptr || value != 0 || count > size) {
+        return EINVAL;
+    }
+    explicit_bzero(destination, count);
+    return 0;
+}
+#endif
+
+#endif
