@@ -136,6 +136,7 @@ bool ParseAndDepend::CheckNumTypePara(const std::string& patternPiece, const std
     return startplan::IsInIntervalList(patternPiece, strPiece);
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): the exported signature
 bool ParseAndDepend::GetIntervals(std::string text, std::map<std::uint32_t, std::uint32_t>& intervals) const
 {
     if (text.empty()) {

@@ -8,7 +8,6 @@
 
 namespace {
 
-using startplan::EntryKey;
 using startplan::kEntryKeyCount;
 using startplan::kEntryKeyNames;
 

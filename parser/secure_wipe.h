@@ -1,15 +1,14 @@
 #ifndef STARTPLAN_PARSER_SECURE_WIPE_H
 #define STARTPLAN_PARSER_SECURE_WIPE_H
 
-#ifndef __STDC_WANT_LIB_EXT1__
-#define __STDC_WANT_LIB_EXT1__ 1
-#endif
 #include <cerrno>
 #include <cstddef>
 #include <cstring>
 
 #include <string.h>
 
+// Defined by a C library that has the bounds-checked functions and was asked for them, which the build
+// does by __STDC_WANT_LIB_EXT1__.
 #ifndef __STDC_LIB_EXT1__
 // The C library lacks the bounds-checked fill. Like the standard's, it fills even what nobody reads
 // again; unlike it, it knows one value to fill with, which is all that wiping needs.

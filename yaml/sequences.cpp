@@ -14,7 +14,6 @@ namespace {
 
 using startplan::KeepErrno;
 using startplan::NodeRef;
-using startplan::NodeText;
 using namespace startplan::yaml_log;
 
 // What `convert` makes of each item, in order. A missing item discards them all and clears `complete`,
