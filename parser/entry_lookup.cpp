@@ -4,8 +4,6 @@
 #include <optional>
 #include <string_view>
 
-#include "yaml/node_text.h"
-
 namespace {
 
 using startplan::kEntryKeyCount;
@@ -13,7 +11,7 @@ using startplan::kEntryKeyNames;
 
 constexpr std::size_t kLongestKey = 19;
 
-// The keys sorted by the length of their names, and where in that order each length begins. At most six
+// The keys sorted by the length of their names, and where in that order each length begins. At most five
 // names share a length, so a text is compared with few of them or none.
 struct KeysByLength {
     std::array<std::uint8_t, kEntryKeyCount> keys = {};
@@ -59,7 +57,7 @@ namespace startplan {
 
 EntryLookup::EntryLookup(NodeRef entry) : entry_(entry)
 {
-    if (!entry.IsMapping()) {
+    if (!entry.IsMapping() || entry.document == nullptr) {
         return;
     }
     const auto& pairs = entry.node->data.mapping.pairs;
@@ -70,7 +68,7 @@ EntryLookup::EntryLookup(NodeRef entry) : entry_(entry)
             isBroken_ = true;
             return;
         }
-        const std::optional<std::size_t> key = KeyNamed(NodeText(*keyNode));
+        const std::optional<std::size_t> key = KeyNamed(ScalarText(*keyNode));
         if (key && values_[*key] == nullptr) { // the first of a repeated key counts
             values_[*key] = value;
         }

@@ -12,7 +12,7 @@
 #include "yaml/node_ref.h"
 
 // What the key readers of ProcMgr::YamlParser do once the key has been looked up. `value` is the key's
-// value, absent or present; results and log lines are those of the reader of the same name.
+// value, absent or present; results and log lines are those of the operation that reads the same key.
 namespace startplan {
 
 class EntryLookup;

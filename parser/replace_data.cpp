@@ -85,8 +85,9 @@ void YamlParser::ReplaceByMatchDataInPath(std::string& path, const ReplaceData& 
         const std::string name = path.substr(open + kOpen.size(), close - open - kOpen.size());
         const auto found = replaceData.find(name);
         if (found == replaceData.end()) {
-            // From inside the placeholder, so that one within an unknown name is found. For the empty
-            // name this is the same place again, for ever: the declaration warns of it.
+            // Not behind the placeholder but two bytes before its brace, where a "${" that ends the name
+            // is still found. For the empty name this is the same place again, for ever: the declaration
+            // warns of it.
             open = path.find(kOpen, open + name.size());
             continue;
         }
@@ -95,7 +96,8 @@ void YamlParser::ReplaceByMatchDataInPath(std::string& path, const ReplaceData& 
         open = path.find(kOpen, copied);
     }
     if (copied > 0) {
-        path = replaced.append(path, copied);
+        replaced.append(path, copied);
+        path.swap(replaced);
     }
 }
 

@@ -139,20 +139,21 @@ bool YamlParser::CreateApplicationByStartupFile(const std::string& path,
     if (!CheckInputPath(path) || !root.InitYamlNode(path)) {
         return false;
     }
+    const std::string cfgPath = path; // which may be a record's own, and move when `apps` grows
     const NodeRef rootNode = NodeRef::Of(root);
     std::vector<PairRef> entries;
     if (!ReadPairs(rootNode, entries)) {
         const KeepErrno keep;
-        syslog(LOG_WARNING, "%s is invalid yaml file!", path.c_str());
+        syslog(LOG_WARNING, "%s is invalid yaml file!", cfgPath.c_str());
     }
     {
         const KeepErrno keep;
-        syslog(LOG_INFO, "Load sub startup file=%s", path.c_str());
+        syslog(LOG_INFO, "Load sub startup file=%s", cfgPath.c_str());
     }
 
     bool allComplete = true;
     for (const PairRef& entry : entries) {
-        EntryValues values = ReadEntry(entry, rootNode.document, path);
+        EntryValues values = ReadEntry(entry, rootNode.document, cfgPath);
         const bool isComplete = IsComplete(values);
         if (!isComplete) {
             const KeepErrno keep;

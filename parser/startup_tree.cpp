@@ -3,6 +3,7 @@
 #include <map>
 #include <stack>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <sys/stat.h>
@@ -61,7 +62,7 @@ std::uint32_t YamlParser::ParseToApplication(const std::string& path, std::vecto
     std::stack<std::string> pending;
     pending.push(path);
     for (unsigned remaining = kMostFiles; !pending.empty();) {
-        const std::string current = pending.top();
+        const std::string current = std::move(pending.top());
         pending.pop();
         KvsTypeYaml node;
         if (node.InitYamlNode(current)) {

@@ -36,6 +36,9 @@ NodeRef FindInMapping(NodeRef mapping, std::string_view key)
         LogSubNotMap(std::string(key).c_str());
         return {};
     }
+    if (mapping.document == nullptr) { // a handle that was moved from
+        return {};
+    }
     const auto& pairs = mapping.node->data.mapping.pairs;
     for (const yaml_node_pair_t* pair = pairs.start; pair != pairs.top; ++pair) {
         const yaml_node_t* value = mapping.Get(pair->value);

@@ -15,7 +15,7 @@
 namespace startplan {
 
 // A node and its document, borrowed: what KvsTypeYaml's operations work on. A handle shares ownership of
-// the document and copies node and key; the readers of an entry's forty keys would make and drop one for
+// the document and copies node and key; the readers of an entry's many keys would make and drop one for
 // each of them. Good as long as some handle keeps the document.
 struct NodeRef {
     yaml_document_t* document = nullptr;

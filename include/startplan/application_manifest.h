@@ -82,7 +82,7 @@ public:
     /// "term_time_out", 60000: how long a stop may take, in milliseconds. A negative value in the file is
     /// here modulo 2^32.
     std::uint32_t GetTermTimeOut() const { return termTimeOut_; }
-    /// "is_force_term", false: kill the application when its time is over.
+    /// "is_force_term", false.
     bool GetIsForceTerm() const { return isForceTerm_; }
     /// "is_ros_node", false.
     bool GetIsRosNode() const { return isRosNode_; }
@@ -92,7 +92,7 @@ public:
     const std::vector<std::uint32_t>& GetCoreAffinity() const { return coreAffinity_; }
     /// "res_group_name", empty: the resource group.
     const std::string& GetResGroupName() const { return resGroupName_; }
-    /// "is_auto_boot", false: start at boot without being asked for.
+    /// "is_auto_boot", false.
     bool GetIsAutoBoot() const { return isAutoBoot_; }
     /// "env", empty: environment variables, name to value, ascending by name.
     const std::map<std::string, std::string>& GetEnvArgv() const { return envArgv_; }
@@ -141,7 +141,7 @@ public:
     std::int32_t GetNumaType() const { return numaType_; }
     /// "process_type", 0.
     std::int32_t GetProcessType() const { return processType_; }
-    /// The path of the startup file that the entry stands in, as it was opened.
+    /// The path of the startup file that the entry stands in, with its placeholders replaced.
     const std::string& GetCfgPath() const { return cfgPath_; }
 
 private:

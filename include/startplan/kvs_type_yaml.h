@@ -46,7 +46,8 @@ private:
 ///
 /// A handle is copied and moved like a value and shares the document with the handle it came from: a
 /// sub-handle stays good when that handle is gone. A default-constructed handle stands on nothing: no
-/// document, neither scalar nor sequence nor mapping, an empty key.
+/// document, neither scalar nor sequence nor mapping, an empty key. A handle that was moved from may only be
+/// assigned to or destroyed.
 ///
 /// A node's text is its scalar's bytes up to the first NUL. A sequence or mapping that is used as a key
 /// or read as a sequence item has the empty text.
@@ -74,8 +75,8 @@ public:
     /// the outcomes that name it. The file is closed again in every case.
     bool InitYamlNode(const std::string& yamlPath);
 
-    /// Finds the key `name` in the mapping this handle stands on. Keys are compared byte by byte; where a mapping
-    /// repeats a key the first one wins.
+    /// Finds the key `name` in the mapping this handle stands on. Keys are compared byte by byte; where a
+    /// mapping repeats a key the first one wins.
     ///     found                       true: `sub` stands on the value, its GetKey() is `name`
     ///     no such key                 false, `sub` untouched, nothing logged
     ///     not a mapping (no node      false, `sub` untouched, LOG_WARNING
@@ -152,7 +153,7 @@ private:
     friend struct startplan::NodeRef;
 
     std::shared_ptr<YamlDocument> document; ///< keeps what `node` points into alive
-    yaml_node_t node = {};
+    yaml_node_t node = yaml_node_t();
     std::string key;
 };
 

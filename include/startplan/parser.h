@@ -68,7 +68,9 @@ public:
     /// is depth-first in the file's order: a file's own startup files first, then its first sub-startup
     /// file and all below it, then the second. Each file counts as often as it is named, unreadable ones
     /// too; the 200th ends the walk with nothing read, so a tree may have 199. A file that cannot be
-    /// loaded is skipped, silently unless access was denied (LOG_ERR "InitYamlNode %s failed, errno=%d").
+    /// loaded is skipped, with no line beyond those of KvsTypeYaml::InitYamlNode() unless errno is EACCES
+    /// (LOG_ERR "InitYamlNode %s failed, errno=%d"); one whose root is no mapping names no files, with two
+    /// lines of KvsTypeYaml::GetSubKvs().
     /// Then each collected path goes through ReplaceByMatchDataInPath() and
     /// CreateApplicationByStartupFile(), in order. Sub-startup paths are used as they are written.
     ///
@@ -85,8 +87,9 @@ public:
     /// | PARSE_ERR_NO_PERMISSION        | a file failed and errno was EACCES; the     | appended to   |
     /// |                                | others were read                            |               |
     ///
-    /// errno is never reset here: an EACCES from before the call counts when a file fails for a reason
-    /// that sets no errno.
+    /// A startup file fails where CreateApplicationByStartupFile() returns false, so an incomplete entry
+    /// counts too. errno is never reset here: an EACCES from before the call, or one that an account look-up
+    /// left, makes any file that fails without an errno of its own one of these.
     /// @pre  The paths meet the condition of ReplaceByMatchDataInPath(); else the call does not return.
     std::uint32_t ParseToApplication(const std::string& path, std::vector<ApplicationManifest>& apps,
                                      const std::map<std::string, std::string>& replaceData) const override;
@@ -219,8 +222,8 @@ public:
     void GetDependApps(std::set<std::string>& out, const KvsTypeYaml& node) const;
 
     /// Replaces every `${name}` in `path` whose name `replaceData` has by its value, left to right. The
-    /// name ends at the first "}". Values are not looked into again. Unknown names, and a "${" without
-    /// its "}", stay as they are; an empty map changes nothing.
+    /// name ends at the first "}". Values are not looked into again, nor is an unknown name: it stays as it
+    /// is, as does a "${" without its "}". An empty map changes nothing.
     ///
     /// **Does not return** for a path that holds "${}" when the map is not empty but has no empty name
     /// (nor for a path in which an unknown name ends in "${", as in "${a${}"): the search then finds the

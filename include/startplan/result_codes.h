@@ -14,8 +14,8 @@ inline constexpr std::uint32_t PARSE_ERR_CFG_PATH = 0xF10000;
 /// No parser exists for the requested ParamType. Nothing was read.
 inline constexpr std::uint32_t PARSE_ERR_CREATE_PARSER = 0xF10004;
 
-/// Some configuration file could not be read because access was denied (EACCES); the other files
-/// were read.
+/// Some configuration file could not be read, or not completely, and errno was EACCES afterwards; the other
+/// files were read.
 inline constexpr std::uint32_t PARSE_ERR_NO_PERMISSION = 0xF10400;
 
 /// No startup file was collected from the tree of files; also a replace-data file that could not be
