@@ -115,7 +115,7 @@ std::uint32_t ParseAndDepend::ParseToReplaceData(ParamType paraType, const std::
 
 void ParseAndDepend::SetApplicationDependsMap(const DependsMap& dependsMap)
 {
-    applicationDependsMap_ = dependsMap;
+    applicationDependsMap_ = DependsMap(dependsMap);
 }
 
 ParseAndDepend::DependsMap::const_iterator

@@ -1,6 +1,7 @@
 #ifndef STARTPLAN_DEPEND_NAME_PATTERNS_H
 #define STARTPLAN_DEPEND_NAME_PATTERNS_H
 
+#include <cstddef>
 #include <string_view>
 
 namespace startplan {

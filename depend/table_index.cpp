@@ -99,17 +99,29 @@ const TableEntry* NameFinder::Find(std::string_view name)
     if (!isIndexed_ || !HasMatchableLength(name)) {
         return FindByWalk(table_, name);
     }
-    candidates_ = always_;
+    candidates_.clear();
+    candidates_.emplace_back(always_.begin(), always_.end());
     for (std::size_t i = LongestPrefixOf(name); i != kNone; i = literals_[i].prefix) {
-        candidates_.insert(candidates_.end(), literals_[i].positions.begin(), literals_[i].positions.end());
+        candidates_.emplace_back(literals_[i].positions.begin(), literals_[i].positions.end());
     }
-    std::sort(candidates_.begin(), candidates_.end());
-    for (const std::size_t position : candidates_) {
+    for (std::size_t position = NextCandidate(); position != kNone; position = NextCandidate()) {
         if (MatchesPattern(entries_[position]->first, name)) {
             return entries_[position];
         }
     }
     return nullptr;
+}
+
+// The first position of all the lists, which are few, taken off its list.
+std::size_t NameFinder::NextCandidate()
+{
+    Positions::const_iterator* first = nullptr;
+    for (auto& [next, end] : candidates_) {
+        if (next != end && (first == nullptr || *next < **first)) {
+            first = &next;
+        }
+    }
+    return first == nullptr ? kNone : *(*first)++;
 }
 
 RequestedNames::RequestedNames(const std::vector<std::string>& names) : names_(names.begin(), names.end()) {}
@@ -123,9 +135,12 @@ DependantFinder::DependantFinder(const DependsMap& table, const std::vector<std:
     for (const TableEntry& entry : table) {
         for (const std::string& dependency : entry.second) {
             const auto requested = dependants_.find(dependency);
-            if (requested != dependants_.end()) {
-                requested->second.push_back(&entry);
+            if (requested == dependants_.end()) {
+                continue;
             }
+            Dependants& dependants = requested->second;
+            const bool isRequested = dependants_.count(entry.first) != 0;
+            (isRequested ? dependants.requested : dependants.others).push_back(&entry.first);
         }
     }
 }

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <unordered_map>
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
 #include "startplan/parse_and_depend.h"
@@ -30,29 +31,37 @@ class NameFinder {
 public:
     // `requests` is how many names will be asked for: an index pays only from a certain number on.
     NameFinder(const DependsMap& table, std::size_t requests);
+    NameFinder(const NameFinder&) = delete;
+    NameFinder& operator=(const NameFinder&) = delete;
 
     const TableEntry* Find(std::string_view name);
 
 private:
     static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
 
+    // Places in the table's order, ascending.
+    using Positions = std::vector<std::size_t>;
+
     // A leading literal and the keys that share it.
     struct Literal {
         std::string_view text;
-        std::vector<std::size_t> positions; // of the keys, ascending
-        std::size_t prefix = kNone;         // the longest other literal that this one begins with
+        Positions positions;        // of the keys
+        std::size_t prefix = kNone; // the longest other literal that this one begins with
     };
 
     void Build();
     void LinkPrefixes();
     std::size_t LongestPrefixOf(std::string_view name) const;
+    std::size_t NextCandidate();
 
     const DependsMap& table_;
     bool isIndexed_;
     std::vector<const TableEntry*> entries_; // in the table's order
-    std::vector<std::size_t> always_;        // positions of keys that every name is tried against
+    Positions always_;                       // of the keys that every name is tried against
     std::vector<Literal> literals_;          // in ascending byte order
-    std::vector<std::size_t> candidates_;    // of the name at hand; kept for its storage
+
+    // What is left of the lists of candidates for the name at hand; kept for its storage.
+    std::vector<std::pair<Positions::const_iterator, Positions::const_iterator>> candidates_;
 };
 
 // The names of a request, to ask which are in it.
@@ -66,15 +75,20 @@ private:
     std::unordered_set<std::string_view> names_;
 };
 
-// For each name of a request, the table's entries that depend on it, in the table's order.
+// For each name of a request, the table's keys that depend on it, in the table's order.
 class DependantFinder {
 public:
+    struct Dependants {
+        std::vector<const std::string*> requested;
+        std::vector<const std::string*> others;
+    };
+
     DependantFinder(const DependsMap& table, const std::vector<std::string>& names);
 
-    const std::vector<const TableEntry*>& Find(std::string_view name) const { return dependants_.at(name); }
+    const Dependants& Find(std::string_view name) const { return dependants_.at(name); }
 
 private:
-    std::unordered_map<std::string_view, std::vector<const TableEntry*>> dependants_;
+    std::unordered_map<std::string_view, Dependants> dependants_;
 };
 
 } // namespace startplan

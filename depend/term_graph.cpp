@@ -18,8 +18,7 @@ std::uint32_t ParseAndDepend::GetTermGraphWithErrApp(const std::vector<std::stri
     std::uint32_t result = 0;
     std::map<std::string, std::set<std::string>> collected;
     startplan::NameFinder finder(applicationDependsMap_, termAppNames.size());
-    const startplan::RequestedNames requested(termAppNames);
-    const startplan::DependantFinder dependants(applicationDependsMap_, termAppNames);
+    const startplan::DependantFinder finderOfDependants(applicationDependsMap_, termAppNames);
     for (const std::string& name : termAppNames) {
         if (finder.Find(name) == nullptr) {
             syslog(LOG_ERR, "ParseAndDepend GetTermGraph %s is not in applicationDependsMap_", name.c_str());
@@ -27,14 +26,15 @@ std::uint32_t ParseAndDepend::GetTermGraphWithErrApp(const std::vector<std::stri
             result = PARSE_ERR_DEPEND_NOT_FOUND;
             continue;
         }
-        std::set<std::string>& waitsFor = collected[name];
-        for (const startplan::TableEntry* dependant : dependants.Find(name)) {
-            if (requested.Contains(dependant->first)) {
-                waitsFor.insert(dependant->first);
-            } else {
-                syslog(LOG_WARNING, "ParseAndDepend GetTermGraph %s is not in termAppNames",
-                       dependant->first.c_str());
+        const startplan::DependantFinder::Dependants& dependants = finderOfDependants.Find(name);
+        const auto [vertex, isNew] = collected.try_emplace(name);
+        if (isNew) { // else the name is requested twice, and logs twice what follows
+            for (const std::string* dependant : dependants.requested) {
+                vertex->second.insert(*dependant);
             }
+        }
+        for (const std::string* dependant : dependants.others) {
+            syslog(LOG_WARNING, "ParseAndDepend GetTermGraph %s is not in termAppNames", dependant->c_str());
         }
     }
 

@@ -55,8 +55,8 @@ public:
     ///     a name in a set that is no key     kept as a dependency, see the class
     ///     a vertex in its own set            never handed out; HasCycle() names it
     ///     an empty map                       an empty graph; IsEmpty() is true
-    /// At most 4,294,967,295 keys are counted. Throws std::bad_alloc, after which only Clear() and
-    /// Update() are of use. Logs nothing.
+    /// At most 4,294,967,295 keys are counted. Throws std::bad_alloc, after which the graph is empty. Logs
+    /// nothing.
     void Update(const std::map<std::string, std::set<std::string>>& depends);
 
     /// Whether some vertex can never be handed out because it is on a cycle or depends on one.
@@ -64,8 +64,9 @@ public:
     /// Takes time in proportion to vertices plus dependencies. An empty graph has no cycle.
     /// @pre     Called right after Update(). It puts every vertex back to VertexState::WAITING: after a
     ///          Pop() the popped names would be handed out again, while the pops already counted stay
-    ///          counted. The verdict there compares the number of times a vertex became free with
-    ///          the number of vertices, so a graph with popped vertices may count as cyclic.
+    ///          counted. Nor is the verdict of use there: it compares how often vertices became free with
+    ///          their number, and a popped vertex can become free several times or stand in for one that
+    ///          never does. The line may then name no vertex at all.
     /// @return  true, with one line logged: LOG_ERR "The Graph has cycle. the cycle is :%s", where %s
     ///          is every vertex that could not be ordered (those on a cycle and all that depend on
     ///          them), each followed by a blank, in the hash table's order; or false, with nothing
@@ -76,7 +77,8 @@ public:
     /// Hands out the vertices whose dependencies have all been popped, each of them once.
     ///
     /// A vertex handed out stays out until Pop() and does not come back after it. A second call
-    /// without a Pop() in between gives an empty set.
+    /// without a Pop() in between gives an empty set. Each call walks all vertices: report several pops
+    /// before the next call where they come together.
     /// @return  the names in ascending byte order: a copy, good while other threads pop.
     /// Throws std::bad_alloc. Logs nothing.
     std::set<std::string> GetNoDependVertices();

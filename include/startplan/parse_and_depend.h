@@ -81,6 +81,7 @@ public:
     ///                             record's dependencies count; both records stay in `apps`
     ///     a missing dependency    LOG_ERR "CheckApplicationsAndDepend error: app: %s depends: %s not in
     ///                             appList" (one line), for each, in the table's order
+    /// After std::bad_alloc the table may hold entries that were not checked, and `apps` records of them.
     /// @pre  What YamlParser::ParseToApplication() asks for.
     std::uint32_t ParseYaml(ParamType paraType, const std::string& path,
                             std::vector<ApplicationManifest>& apps,
@@ -94,13 +95,14 @@ public:
     /// The dependency table itself, good as long as this object lives.
     const DependsMap& GetApplicationDependsMap() const { return applicationDependsMap_; }
 
-    /// Replaces the dependency table by a copy of `dependsMap`, unchecked. Logs nothing.
+    /// Replaces the dependency table by a copy of `dependsMap`, unchecked. After std::bad_alloc the table
+    /// is the old one. Logs nothing.
     void SetApplicationDependsMap(const DependsMap& dependsMap);
 
     /// The first entry of the dependency table, in its own order, whose key matches `appName` by
     /// IsDynamicParaMatch(); end() of the table where none does. A key without `<...>` matches its own
     /// name and every longer name that begins with it, so where both "svc" and "svc_a" are keys, either
-    /// may be found for "svc_a". Logs what the matches log.
+    /// may be found for "svc_a". Good until the table changes. Logs what the matches log.
     DependsMap::iterator GetAppFromDependsMap(const std::string& appName);
     DependsMap::const_iterator GetAppFromDependsMap(const std::string& appName) const;
 
@@ -116,7 +118,8 @@ public:
     /// | PARSE_ERR_DEPEND_NOT_FOUND | filled with the names found      | the others appended      |
     /// | PARSE_ERR_GRAPH_CYCLE      | cleared                          | names not found appended |
     ///
-    /// A requested dependency that is not in the table is no vertex; see DependGraph on such names.
+    /// A requested dependency that is not in the table is no vertex; see DependGraph on such names. After
+    /// an exception `graph` may hold the request unchecked: clear it.
     /// Logs, in the order of the request and in ascending order of each one's dependencies:
     ///     not in the table                LOG_ERR "ParseAndDepend GetStartGraph %s is not in
     ///                                     applicationDependsMap_" (one line), once each time it is named
@@ -181,7 +184,7 @@ public:
     /// Gives each piece of `split` its part of `str`: resizes paraStrs to the number of pieces and fills
     /// it as IsDynamicParaMatch() says. False, with paraStrs filled in part, where a literal piece is
     /// missing. True without pieces; text is then stored nowhere. Logs nothing.
-    /// @pre  patternTypes and patternStrs have the same number of elements.
+    /// @pre  patternTypes and patternStrs have the same number of elements; `str` is none of paraStrs.
     bool SplitPara(const std::string& str, SplitedStr& split) const;
 
     /// Whether `strPiece` is a number in the interval list `patternPiece`.
