@@ -12,8 +12,8 @@ namespace test_support {
 // One call of syslog().
 struct LogLine {
     int priority = 0;
-    std::string text;   // formatted
-    std::string format; // as it was passed; not compared
+    std::string text;        // formatted
+    std::string format = {}; // as it was passed; not compared
 };
 
 inline bool operator==(const LogLine& a, const LogLine& b)
