@@ -1,0 +1,51 @@
+#ifndef STARTPLAN_TOOL_COMMAND_H
+#define STARTPLAN_TOOL_COMMAND_H
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <CLI/CLI.hpp>
+
+#include "tool/failure.h"
+#include "tool/session.h"
+
+namespace tool {
+
+// One command. Made before the command line is read, so its members are what its options fill.
+class Command {
+public:
+    virtual ~Command() = default;
+    // Adds the command's own options and arguments; the common ones are there already.
+    virtual void Define(CLI::App& app) = 0;
+    // Does the work. Throws Failure where it cannot be done.
+    virtual ExitStatus Run(Session& session) = 0;
+};
+
+// In which part of the help a command stands, in this order.
+enum class Section { LOOK, REQUESTS, PATTERNS, ABOUT };
+
+struct CommandInfo {
+    const char* name;
+    const char* arguments; // as the usage line shows them: "[TOP]"
+    const char* summary;   // one line without a full stop
+    const char* footer;    // of its help: what it says, exit status, an example
+    Section section;
+    std::vector<std::string> formats; // the first one is the default
+    std::unique_ptr<Command> (*make)();
+};
+
+// Every command, by section and name.
+std::vector<CommandInfo> Commands();
+
+// A command enters the list by one such object in its own file:
+//
+//     const CommandEntry kEntry{{"list", "[TOP]", "...", "...", Section::LOOK, {"text", "json"},
+//                                [] () -> std::unique_ptr<Command> { return std::make_unique<ListCommand>(); }}};
+struct CommandEntry {
+    explicit CommandEntry(CommandInfo info);
+};
+
+} // namespace tool
+
+#endif

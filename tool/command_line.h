@@ -1,0 +1,52 @@
+#ifndef STARTPLAN_TOOL_COMMAND_LINE_H
+#define STARTPLAN_TOOL_COMMAND_LINE_H
+
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <CLI/CLI.hpp>
+
+#include "tool/command.h"
+#include "tool/failure.h"
+#include "tool/options.h"
+
+namespace tool {
+
+// The command line of one run: which command, with which options.
+class CommandLine {
+public:
+    CommandLine();
+
+    // Throws UsageFailure with a message that ends in where to find help.
+    void Parse(int argc, const char* const* argv);
+
+    const CommonOptions& Options() const { return options_; }
+    // What is to be printed instead of running a command: help or version. Empty for a command.
+    const std::string& HelpText() const { return helpText_; }
+    ExitStatus HelpStatus() const { return helpStatus_; }
+    // Throws UsageFailure with the message and where to find help.
+    [[noreturn]] void FailAt(const std::string& message) const;
+    // @pre HelpText() is empty.
+    Command& TheCommand() const { return *commands_.at(chosen_); }
+
+private:
+    void Add(const CommandInfo& info);
+    void Choose();
+    void CheckCommandName(const std::vector<std::string>& arguments) const;
+    std::string ShortHelp() const;
+    std::string MainHelp() const;
+
+    CLI::App app_;
+    CommonOptions options_;
+    std::vector<CommandInfo> infos_;
+    std::map<std::string, std::unique_ptr<Command>> commands_;
+    std::string chosen_;
+    std::string helpText_;
+    ExitStatus helpStatus_ = EXIT_DONE;
+};
+
+} // namespace tool
+
+#endif

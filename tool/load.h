@@ -1,0 +1,32 @@
+#ifndef STARTPLAN_TOOL_LOAD_H
+#define STARTPLAN_TOOL_LOAD_H
+
+#include <string>
+#include <vector>
+
+#include "tool/configuration.h"
+#include "tool/failure.h"
+#include "tool/session.h"
+
+namespace tool {
+
+// Loads the configuration that the options and `words` name (see TakeTop()) for a command that works on what
+// the device would have. Says on standard error what was dropped. Throws Failure where there is nothing to
+// work on: refused input, a top-level or replace file that cannot be read.
+Configuration LoadForWork(Session& session, std::vector<std::string>& words);
+
+// EXIT_FINDINGS if the library's result is not 0.
+ExitStatus StatusOf(const Configuration& configuration);
+
+// The library's result as JSON: {"code": 15795203, "name": "PARSE_ERR_DEPEND_NOT_FOUND"}.
+Json ResultJson(std::uint32_t code);
+
+// {"file": ..., "line": ..., "column": ...}
+Json PositionJson(const Position& position);
+
+// Starts a command's JSON document with what it read.
+Json ConfigurationJson(std::string_view command, const Configuration& configuration);
+
+} // namespace tool
+
+#endif

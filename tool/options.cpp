@@ -1,0 +1,93 @@
+#include "tool/options.h"
+
+#include <algorithm>
+#include <utility>
+
+#include <fmt/format.h>
+
+#include "tool/failure.h"
+#include "tool/suggest.h"
+
+namespace tool {
+
+namespace {
+
+void AddDefinitions(const std::vector<std::string>& given, CommonOptions& options)
+{
+    for (const std::string& definition : given) {
+        const std::size_t equals = definition.find('=');
+        if (equals == std::string::npos) {
+            throw UsageFailure(fmt::format("-D {}: write NAME=VALUE", definition));
+        }
+        options.definitions[definition.substr(0, equals)] = definition.substr(equals + 1);
+    }
+}
+
+void AddColor(CLI::App& app, CommonOptions& options)
+{
+    app.add_flag("--color{always}", options.color,
+                 "Colours: auto (a terminal, and NO_COLOR is not set), always, never")
+        ->type_name("[=WHEN]")
+        ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast)
+        ->check(CLI::IsMember({"auto", "always", "never"}))
+        ->group("Common options");
+}
+
+} // namespace
+
+void AddCommonOptions(CLI::App& app, CommonOptions& options)
+{
+    const auto text = [&app](const char* names, std::string& into, const char* type, const char* help) {
+        app.add_option(names, into, help)
+            ->type_name(type)
+            ->allow_extra_args(false)
+            ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast)
+            ->group("Common options");
+    };
+    text("-c,--config", options.configuration, "TOP", "The top-level file, instead of the first argument");
+    text("-r,--replace-data", options.replaceFile, "FILE", "Values of the ${NAME} placeholders in paths");
+    app.add_option_function<std::vector<std::string>>(
+           "-D,--define",
+           [&options](const std::vector<std::string>& given) { AddDefinitions(given, options); },
+           "One more such value; goes before the file's")
+        ->type_name("NAME=VALUE")
+        ->type_size(1)
+        ->allow_extra_args(false)
+        ->group("Common options");
+    text("-f,--format", options.format, "FORMAT", "Output format");
+    text("-o,--output", options.output, "FILE", "Write the output to FILE, whole or not at all");
+    AddColor(app, options);
+    app.add_flag("-q,--quiet", options.isQuiet, "Say only what was asked for, and errors")
+        ->group("Common options");
+    app.add_flag("-v,--verbose", options.isVerbose, "Show what the library logs, on standard error")
+        ->group("Common options");
+}
+
+std::string TakeTop(const CommonOptions& options, std::vector<std::string>& words)
+{
+    if (!options.configuration.empty()) {
+        return options.configuration;
+    }
+    if (words.empty()) {
+        throw UsageFailure("which configuration? Name its top-level file");
+    }
+    std::string top = std::move(words.front());
+    words.erase(words.begin());
+    return top;
+}
+
+ConfigurationRequest RequestFor(const CommonOptions& options, std::string top)
+{
+    return {std::move(top), options.replaceFile, options.definitions};
+}
+
+void CheckFormat(const std::string& format, const std::vector<std::string>& formats)
+{
+    if (std::find(formats.begin(), formats.end(), format) != formats.end()) {
+        return;
+    }
+    throw UsageFailure(fmt::format("no format \"{}\"{}; there is {}", format, DidYouMean(format, formats),
+                                   fmt::join(formats, ", ")));
+}
+
+} // namespace tool

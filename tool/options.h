@@ -1,0 +1,42 @@
+#ifndef STARTPLAN_TOOL_OPTIONS_H
+#define STARTPLAN_TOOL_OPTIONS_H
+
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <CLI/CLI.hpp>
+
+#include "tool/configuration.h"
+
+namespace tool {
+
+// The options that every command takes.
+struct CommonOptions {
+    std::string configuration;                      // -c
+    std::string replaceFile;                        // -r
+    std::map<std::string, std::string> definitions; // -D
+    std::string format = "text";
+    std::string output;
+    std::string color = "auto";
+    bool isQuiet = false;
+    bool isVerbose = false;
+};
+
+// Adds them to the main program or to one command: both fill the same record, so that they may stand
+// before the command's name as well as behind it.
+void AddCommonOptions(CLI::App& app, CommonOptions& options);
+
+// The top-level file: of -c, or else the first of `words`, which is then taken off. Throws UsageFailure
+// where there is neither.
+std::string TakeTop(const CommonOptions& options, std::vector<std::string>& words);
+
+ConfigurationRequest RequestFor(const CommonOptions& options, std::string top);
+
+// Throws UsageFailure with the nearest one if `format` is none of `formats`.
+void CheckFormat(const std::string& format, const std::vector<std::string>& formats);
+
+} // namespace tool
+
+#endif
