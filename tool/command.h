@@ -16,10 +16,12 @@ namespace tool {
 class Command {
 public:
     virtual ~Command() = default;
-    // Adds the command's own options and arguments; the common ones are there already.
-    virtual void Define(CLI::App& app) = 0;
-    // Does the work. Throws Failure where it cannot be done.
-    virtual ExitStatus Run(Session& session) = 0;
+    // Adds the command's own options; the common ones are added behind them. Never CLI11's positional
+    // arguments, see Run().
+    virtual void Define(CLI::App& /*app*/) {}
+    // Does the work. `words` is what stands on the command line besides the options, as written. Throws
+    // Failure where it cannot be done.
+    virtual ExitStatus Run(Session& session, std::vector<std::string> words) = 0;
 };
 
 // In which part of the help a command stands, in this order.
@@ -29,7 +31,7 @@ struct CommandInfo {
     const char* name;
     const char* arguments; // as the usage line shows them: "[TOP]"
     const char* summary;   // one line without a full stop
-    const char* footer;    // of its help: what it says, exit status, an example
+    const char* help;      // what it does, its arguments, exit status, an example: lines of 100 at most
     Section section;
     std::vector<std::string> formats; // the first one is the default
     std::unique_ptr<Command> (*make)();

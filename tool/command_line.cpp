@@ -15,25 +15,82 @@ namespace {
 constexpr const char* kSectionTitles[] = {"Look at a configuration", "Requests", "Names and patterns",
                                           "About this command"};
 
-// CLI11's own text, but for the line of use.
+// The line of use first, then CLI11's list of options in GNU's spelling, then the command's own text.
 class HelpFormatter : public CLI::Formatter {
 public:
-    explicit HelpFormatter(std::string usage) : usage_(std::move(usage)) { column_width(30); }
+    explicit HelpFormatter(const CommandInfo& info) : info_(info) { column_width(27); }
+
+    // CLI11 leaves two empty lines between its groups.
+    std::string make_help(const CLI::App* app, std::string name, CLI::AppFormatMode mode) const override
+    {
+        std::string text = CLI::Formatter::make_help(app, std::move(name), mode);
+        for (std::size_t at = text.find("\n\n\n"); at != std::string::npos; at = text.find("\n\n\n", at)) {
+            text.erase(at, 1);
+        }
+        return text;
+    }
+
+    std::string make_description(const CLI::App* /*app*/) const override { return ""; }
 
     std::string make_usage(const CLI::App* /*app*/, std::string /*name*/) const override
     {
-        return "Usage: " + usage_ + "\n";
+        return fmt::format("Usage: startplan {} [OPTION]... {}\n\n{}.\n", info_.name, info_.arguments,
+                           info_.summary);
+    }
+
+    std::string make_option_name(const CLI::Option* option, bool /*isPositional*/) const override
+    {
+        const std::vector<std::string>& shorts = option->get_snames();
+        const std::vector<std::string>& longs = option->get_lnames();
+        std::string name = shorts.empty() ? "    " : "-" + shorts.front() + (longs.empty() ? "" : ", ");
+        if (!longs.empty()) {
+            name += "--" + longs.front();
+        }
+        return name;
+    }
+
+    std::string make_option_opts(const CLI::Option* option) const override
+    {
+        const std::string type = option->get_type_name();
+        return type.empty() || type.front() == '[' ? type : " " + type;
+    }
+
+    std::string make_footer(const CLI::App* /*app*/) const override
+    {
+        return fmt::format("\n{}\n", info_.help);
     }
 
 private:
-    std::string usage_;
+    CommandInfo info_;
 };
+
+// The words of CLI11 for a value that is left out are hard to read.
+std::string ReasonOf(const CLI::ParseError& error)
+{
+    const std::string text = error.what();
+    if (error.get_name() == "ArgumentMismatch") {
+        return fmt::format("{} needs a value", text.substr(0, text.find(':')));
+    }
+    return text;
+}
+
+std::vector<std::string> OptionNames(const CLI::App& app)
+{
+    std::vector<std::string> names;
+    for (const CLI::Option* option : app.get_options()) {
+        for (const std::string& name : option->get_lnames()) {
+            names.push_back("--" + name);
+        }
+    }
+    return names;
+}
 
 } // namespace
 
 CommandLine::CommandLine() : app_("", "startplan"), infos_(Commands())
 {
     app_.require_subcommand(0, 1);
+    app_.allow_extras();
     app_.set_help_flag("-h,--help", "Show this help");
     app_.add_flag("-V,--version", "Show the version");
     AddCommonOptions(app_, options_);
@@ -44,17 +101,16 @@ CommandLine::CommandLine() : app_("", "startplan"), infos_(Commands())
 
 void CommandLine::Add(const CommandInfo& info)
 {
-    CLI::App& app = *app_.add_subcommand(info.name, std::string(info.summary) + ".");
-    app.set_help_flag("-h,--help", "Show this help")->group("Common options");
-    app.add_flag("-V,--version", "Show the version")->group("Common options");
-    const std::string formats = fmt::format("Output format: {}", fmt::join(info.formats, ", "));
+    CLI::App& app = *app_.add_subcommand(info.name);
+    // Words are taken as they are: CLI11 would split "[a,b]", and knows no words behind "--".
+    app.allow_extras();
     std::unique_ptr<Command> command = info.make();
     command->Define(app);
     AddCommonOptions(app, options_);
-    app.get_option("--format")->description(formats);
-    app.footer(info.footer);
-    app.formatter(std::make_shared<HelpFormatter>(
-        fmt::format("startplan {} [OPTION]... {}", info.name, info.arguments)));
+    app.get_option("--format")->description(fmt::format("Output format: {}", fmt::join(info.formats, ", ")));
+    app.set_help_flag("-h,--help", "Show this help")->group("Common options");
+    app.add_flag("-V,--version", "Show the version")->group("Common options");
+    app.formatter(std::make_shared<HelpFormatter>(info));
     commands_[info.name] = std::move(command);
 }
 
@@ -66,40 +122,74 @@ void CommandLine::Parse(int argc, const char* const* argv)
         helpStatus_ = EXIT_FAILED;
         return;
     }
-    try {
-        app_.parse(argc, argv);
-    } catch (const CLI::CallForHelp&) {
-        const auto chosen = app_.get_subcommands();
-        helpText_ = chosen.empty() ? MainHelp() : chosen.front()->help();
+    const auto end = std::find(arguments.begin(), arguments.end(), "--");
+    std::vector<std::string> behindOptions;
+    if (end != arguments.end()) {
+        behindOptions.assign(end + 1, arguments.end());
+        arguments.erase(end, arguments.end());
+    }
+    ParseOptions(arguments);
+    if (!helpText_.empty()) {
         return;
-    } catch (const CLI::ParseError& error) {
-        Choose();
-        if (chosen_.empty()) {
-            CheckCommandName(arguments);
-        }
-        FailAt(error.what());
+    }
+    FailAtCommandName();
+    try {
+        TakeWords(behindOptions);
+        CheckColor(options_.color);
+        CheckFormat(options_.format, Info().formats);
     } catch (const UsageFailure& failure) {
-        Choose();
         FailAt(failure.what());
     }
-    Choose();
-    if (app_.count("--version") != 0 ||
-        (!chosen_.empty() && app_.get_subcommand(chosen_)->count("--version") != 0)) {
-        helpText_ = "startplan " STARTPLAN_VERSION "\n";
-        return;
-    }
-    if (chosen_.empty()) {
-        FailAt("which command?");
-    }
-    const auto info = std::find_if(infos_.begin(), infos_.end(),
-                                   [this](const CommandInfo& one) { return one.name == chosen_; });
-    CheckFormat(options_.format, info->formats);
 }
 
-void CommandLine::Choose()
+void CommandLine::ParseOptions(const std::vector<std::string>& arguments)
 {
-    const auto chosen = app_.get_subcommands();
-    chosen_ = chosen.empty() ? std::string() : chosen.front()->get_name();
+    const auto choose = [this] {
+        const auto chosen = app_.get_subcommands();
+        chosen_ = chosen.empty() ? std::string() : chosen.front()->get_name();
+        return chosen.empty() ? &app_ : chosen.front();
+    };
+    try {
+        app_.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
+    } catch (const CLI::CallForHelp&) {
+        const CLI::App* app = choose();
+        FailAtCommandName();
+        helpText_ = chosen_.empty() ? MainHelp() : app->help();
+        return;
+    } catch (const CLI::ParseError& error) {
+        choose();
+        FailAtCommandName();
+        FailAt(ReasonOf(error));
+    } catch (const UsageFailure& failure) {
+        choose();
+        FailAt(failure.what());
+    }
+    const CLI::App* app = choose();
+    if (app_.count("--version") + app->count("--version") != 0) {
+        helpText_ = "startplan " STARTPLAN_VERSION "\n";
+    }
+}
+
+void CommandLine::TakeWords(const std::vector<std::string>& behindOptions)
+{
+    const CLI::App* app = chosen_.empty() ? &app_ : app_.get_subcommand(chosen_);
+    for (const std::string& word : app->remaining()) {
+        if (word.size() > 1 && word.front() == '-') {
+            throw UsageFailure(fmt::format("no option {}{}", word,
+                                           DidYouMean(word.substr(0, word.find('=')), OptionNames(*app))));
+        }
+        words_.push_back(word);
+    }
+    if (chosen_.empty()) {
+        throw UsageFailure("which command?");
+    }
+    words_.insert(words_.end(), behindOptions.begin(), behindOptions.end());
+}
+
+const CommandInfo& CommandLine::Info() const
+{
+    return *std::find_if(infos_.begin(), infos_.end(),
+                         [this](const CommandInfo& info) { return info.name == chosen_; });
 }
 
 void CommandLine::FailAt(const std::string& message) const
@@ -108,9 +198,12 @@ void CommandLine::FailAt(const std::string& message) const
                                    chosen_.empty() ? chosen_ : chosen_ + " "));
 }
 
-// A word that is no option, in front of any command's name, must be a misspelt name.
-void CommandLine::CheckCommandName(const std::vector<std::string>& arguments) const
+// A word where the command's name should be.
+void CommandLine::FailAtCommandName() const
 {
+    if (!chosen_.empty()) {
+        return;
+    }
     std::vector<std::string> names;
     for (const CommandInfo& info : infos_) {
         names.emplace_back(info.name);
@@ -119,9 +212,6 @@ void CommandLine::CheckCommandName(const std::vector<std::string>& arguments) co
         if (!word.empty() && word.front() != '-') {
             FailAt(fmt::format("no command \"{}\"{}", word, DidYouMean(word, names)));
         }
-    }
-    if (arguments.front().empty() || arguments.front().front() != '-') {
-        FailAt(fmt::format("no command \"{}\"{}", arguments.front(), DidYouMean(arguments.front(), names)));
     }
 }
 

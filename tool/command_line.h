@@ -28,13 +28,17 @@ public:
     ExitStatus HelpStatus() const { return helpStatus_; }
     // Throws UsageFailure with the message and where to find help.
     [[noreturn]] void FailAt(const std::string& message) const;
+    // Besides the options.
+    const std::vector<std::string>& Words() const { return words_; }
     // @pre HelpText() is empty.
     Command& TheCommand() const { return *commands_.at(chosen_); }
 
 private:
     void Add(const CommandInfo& info);
-    void Choose();
-    void CheckCommandName(const std::vector<std::string>& arguments) const;
+    void ParseOptions(const std::vector<std::string>& arguments);
+    void TakeWords(const std::vector<std::string>& behindOptions);
+    const CommandInfo& Info() const;
+    void FailAtCommandName() const;
     std::string ShortHelp() const;
     std::string MainHelp() const;
 
@@ -43,6 +47,7 @@ private:
     std::vector<CommandInfo> infos_;
     std::map<std::string, std::unique_ptr<Command>> commands_;
     std::string chosen_;
+    std::vector<std::string> words_;
     std::string helpText_;
     ExitStatus helpStatus_ = EXIT_DONE;
 };

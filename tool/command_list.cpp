@@ -17,19 +17,11 @@ std::string Counted(std::size_t count, const char* one, const char* many)
 
 class ListCommand : public Command {
 public:
-    void Define(CLI::App& app) override
+    ExitStatus Run(Session& session, std::vector<std::string> words) override
     {
-        app.add_option("TOP", words_, "The top-level file, unless -c names it")
-            ->expected(0, 1)
-            ->type_name("");
-    }
-
-    ExitStatus Run(Session& session) override
-    {
-        const Configuration configuration = LoadForWork(session, words_);
-        if (!words_.empty()) {
-            throw UsageFailure("-c names the top-level file already");
-        }
+        const std::string top = TakeTop(session.Options(), words);
+        RefuseWords(words);
+        const Configuration configuration = LoadForWork(session, top);
         if (session.IsJson()) {
             session.PrintJson(ToJson(configuration));
         } else {
@@ -100,11 +92,9 @@ private:
         }
         return json;
     }
-
-    std::vector<std::string> words_;
 };
 
-constexpr char kFooter[] =
+constexpr char kHelp[] =
     "One row for each application, in the order in which the library hands them out. DEPENDS counts the\n"
     "names in its \"depends\". Dropped applications are no rows; standard error tells them.\n\n"
     "Exit status: 0 done, 1 the library's result is not 0, 2 the work could not be done.\n"
@@ -113,7 +103,7 @@ constexpr char kFooter[] =
 const CommandEntry kEntry({"list",
                            "[TOP]",
                            "The applications of a configuration, as a table",
-                           kFooter,
+                           kHelp,
                            Section::LOOK,
                            {"text", "json"},
                            []() -> std::unique_ptr<Command> { return std::make_unique<ListCommand>(); }});

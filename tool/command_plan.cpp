@@ -48,7 +48,9 @@ public:
 private:
     void Heading(Color color, const std::string& text)
     {
-        session_.Print("\n" + session_.In(color, text) + "\n");
+        session_.Print(plan_.rounds.empty() && isFirstHeading_ ? "" : "\n");
+        session_.Print(session_.In(color, text) + "\n");
+        isFirstHeading_ = false;
     }
 
     void PrintRounds()
@@ -196,6 +198,7 @@ private:
     const Configuration& configuration_;
     const RequestPlan& plan_;
     bool isStart_;
+    bool isFirstHeading_ = true;
 };
 
 Json PlanJson(const Configuration& configuration, const RequestPlan& plan)
@@ -228,28 +231,22 @@ class PlanCommand : public Command {
 public:
     void Define(CLI::App& app) override
     {
-        app.add_option("KIND", kind_, "start or stop")->type_name("")->required();
-        app.add_option("NAMES", words_, "The top-level file, unless -c names it; then names of applications")
-            ->type_name("TOP NAME...");
         app.add_flag("--all", isAll_, "Request every application whose name is no pattern")->group("Options");
         app.add_flag("--closure", isClosure_,
                      "Request also all that the names need (start) or that needs them (stop)")
             ->group("Options");
     }
 
-    ExitStatus Run(Session& session) override
+    ExitStatus Run(Session& session, std::vector<std::string> words) override
     {
-        if (kind_ != "start" && kind_ != "stop") {
-            throw UsageFailure(
-                fmt::format("plan {}{}: say start or stop", kind_, DidYouMean(kind_, {"start", "stop"})));
-        }
-        const RequestKind kind = kind_ == "start" ? RequestKind::START : RequestKind::STOP;
-        const Configuration configuration = LoadForWork(session, words_);
-        if (isAll_ != words_.empty()) {
+        const RequestKind kind = TakeRequestKind(words);
+        const std::string top = TakeTop(session.Options(), words);
+        if (isAll_ != words.empty()) {
             throw UsageFailure(isAll_ ? "either names or --all, not both"
                                       : "which applications? Name some, or --all");
         }
-        std::vector<std::string> names = isAll_ ? AllNames(configuration) : words_;
+        const Configuration configuration = LoadForWork(session, top);
+        std::vector<std::string> names = isAll_ ? AllNames(configuration) : words;
         if (isClosure_) {
             names = Closure(configuration, kind, names);
         }
@@ -264,13 +261,11 @@ public:
     }
 
 private:
-    std::string kind_;
-    std::vector<std::string> words_;
     bool isAll_ = false;
     bool isClosure_ = false;
 };
 
-constexpr char kFooter[] =
+constexpr char kHelp[] =
     "The rounds in which the library hands a request out: each holds what may be started, or stopped, once\n"
     "everything in the rounds before is done. Names are served as on the device, patterns included.\n"
     "A start pulls in what the named ones depend on, but one level deep only; a stop leaves dependants that\n"
@@ -282,7 +277,7 @@ constexpr char kFooter[] =
 const CommandEntry kEntry({"plan",
                            "start|stop TOP NAME...|--all",
                            "The rounds in which a request is handed out",
-                           kFooter,
+                           kHelp,
                            Section::REQUESTS,
                            {"text", "json"},
                            []() -> std::unique_ptr<Command> { return std::make_unique<PlanCommand>(); }});

@@ -72,24 +72,19 @@ std::string OriginText(const Origin& origin, const Setting& setting, const Json&
 
 class ShowCommand : public Command {
 public:
-    void Define(CLI::App& app) override
+    ExitStatus Run(Session& session, std::vector<std::string> words) override
     {
-        app.add_option("TOP NAME", words_, "The top-level file, unless -c names it; applications")
-            ->type_name("...");
-    }
-
-    ExitStatus Run(Session& session) override
-    {
-        const Configuration configuration = LoadForWork(session, words_);
-        if (words_.empty()) {
+        const std::string top = TakeTop(session.Options(), words);
+        if (words.empty()) {
             throw UsageFailure("which application? Name one, or more");
         }
+        const Configuration configuration = LoadForWork(session, top);
         ExitStatus status = StatusOf(configuration);
         Json json = ConfigurationJson("show", configuration);
         json["applications"] = Json::array();
         json["not_found"] = Json::array();
         bool isFirst = true;
-        for (const std::string& name : words_) {
+        for (const std::string& name : words) {
             const std::size_t app = LookUp(session, configuration, name);
             if (app == kNone) {
                 json["not_found"].push_back(name);
@@ -182,11 +177,9 @@ private:
         }
         return json;
     }
-
-    std::vector<std::string> words_;
 };
 
-constexpr char kFooter[] =
+constexpr char kHelp[] =
     "Every setting of the named applications: the value that the device gets, the getter that hands it out,\n"
     "and where it comes from. A name that no application has is looked up as a request would be, among the\n"
     "patterns.\n\n"
@@ -197,7 +190,7 @@ constexpr char kFooter[] =
 const CommandEntry kEntry({"show",
                            "TOP NAME...",
                            "Every setting of one application, and where it comes from",
-                           kFooter,
+                           kHelp,
                            Section::LOOK,
                            {"text", "json"},
                            []() -> std::unique_ptr<Command> { return std::make_unique<ShowCommand>(); }});

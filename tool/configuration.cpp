@@ -28,7 +28,7 @@ bool LoadReplaceData(Configuration& configuration, LogCollector& log)
     configuration.replaceSource = SourceFile::Read(path);
     const SourceFile& source = *configuration.replaceSource;
     if (source.State() == FileState::REFUSED) {
-        configuration.refusals.push_back({{path, source.ErrorMark()}, source.Error(), kNone});
+        configuration.refusals.push_back({{path, source.ErrorMark()}, "the file " + source.Error(), kNone});
         return false;
     }
     configuration.replaceResult =
@@ -125,7 +125,7 @@ Configuration LoadConfiguration(ConfigurationRequest request)
 {
     Configuration configuration;
     configuration.request = std::move(request);
-    LogCollector log;
+    LogCollector log(configuration.request.wantsInfoText);
     if (!LoadReplaceData(configuration, log)) {
         return configuration;
     }

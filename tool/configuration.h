@@ -20,6 +20,7 @@ struct ConfigurationRequest {
     std::string top;
     std::string replaceFile;                        // empty for none
     std::map<std::string, std::string> definitions; // go before the replace file's
+    bool wantsInfoText = false;                     // see LogCollector
 };
 
 // What became of an entry, by the library's own lines and records.

@@ -12,9 +12,11 @@ namespace tool {
 // hours, or all memory, over what lies beyond.
 inline constexpr std::size_t kMostFileBytes = std::size_t{64} << 20;
 inline constexpr std::size_t kMostTreeBytes = std::size_t{512} << 20;
-inline constexpr std::size_t kMostNesting = 1000;
-// Comparisons of anchor names: libyaml compares each anchor and each alias with all anchors before it.
-inline constexpr std::size_t kMostAnchorWork = 100'000'000;
+inline constexpr std::size_t kMostNesting = 500;
+// libyaml compares each anchor and each alias with all anchors before it, and looks at every open bracket
+// for each token: so many of these steps take some seconds.
+inline constexpr std::size_t kMostAnchorSteps = 100'000'000;
+inline constexpr std::size_t kMostNestingSteps = 200'000'000;
 
 // Whether the path can be read like a file: the reason in words if it is a pipe, a device or a socket, or
 // too large. What does not exist or cannot be examined passes, since the library copes with that.

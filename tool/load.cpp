@@ -1,7 +1,5 @@
 #include "tool/load.h"
 
-#include <set>
-
 #include <fmt/format.h>
 
 #include "startplan/result_codes.h"
@@ -15,7 +13,7 @@ namespace {
 
 std::string RefusalText(const Refusal& refusal)
 {
-    return fmt::format("{}: refused: {}", Printable(ToText(refusal.position)), refusal.reason);
+    return fmt::format("{}: refused: {}", Printable(ToText(refusal.position)), Printable(refusal.reason));
 }
 
 void CheckRefusals(const Session& session, const Configuration& configuration)
@@ -56,7 +54,6 @@ void CheckTopLevel(const Configuration& configuration)
 void SayWhatWasDropped(const Session& session, const Configuration& configuration)
 {
     const SourceTree& tree = configuration.tree;
-    std::set<std::string> named;
     for (const MissingDependency& one : configuration.missing) {
         const std::vector<std::size_t>& entries = tree.EntriesNamed(one.application);
         const std::string where =
@@ -75,9 +72,8 @@ void SayWhatWasDropped(const Session& session, const Configuration& configuratio
 
 } // namespace
 
-Configuration LoadForWork(Session& session, std::vector<std::string>& words)
+Configuration LoadForWork(Session& session, const std::string& top)
 {
-    const std::string top = TakeTop(session.Options(), words);
     Configuration configuration = LoadConfiguration(RequestFor(session.Options(), top));
     session.Show(configuration.lines);
     CheckRefusals(session, configuration);

@@ -106,10 +106,12 @@ extern "C" void syslog(int priority, const char* format, ...)
     tool::LogLine line;
     line.priority = priority;
     line.format = format;
-    va_list arguments;
-    va_start(arguments, format);
-    line.text = FormatAll(format, arguments);
-    va_end(arguments);
+    if (priority < LOG_INFO || innermost->WantsInfoText()) {
+        va_list arguments;
+        va_start(arguments, format);
+        line.text = FormatAll(format, arguments);
+        va_end(arguments);
+    }
     if (priority < LOG_INFO) {
         va_list again;
         va_start(again, format);
@@ -122,7 +124,9 @@ extern "C" void syslog(int priority, const char* format, ...)
 
 namespace tool {
 
-LogCollector::LogCollector() : outer_(std::exchange(innermost, this)) {}
+LogCollector::LogCollector(bool wantsInfoText)
+    : outer_(std::exchange(innermost, this)), wantsInfoText_(wantsInfoText)
+{}
 
 LogCollector::~LogCollector()
 {

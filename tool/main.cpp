@@ -30,7 +30,7 @@ int Run(int argc, const char* const* argv)
         return line.HelpStatus();
     }
     try {
-        const tool::ExitStatus status = line.TheCommand().Run(session);
+        const tool::ExitStatus status = line.TheCommand().Run(session, line.Words());
         session.Commit();
         return status;
     } catch (const tool::UsageFailure& failure) {

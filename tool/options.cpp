@@ -29,7 +29,6 @@ void AddColor(CLI::App& app, CommonOptions& options)
                  "Colours: auto (a terminal, and NO_COLOR is not set), always, never")
         ->type_name("[=WHEN]")
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast)
-        ->check(CLI::IsMember({"auto", "always", "never"}))
         ->group("Common options");
 }
 
@@ -76,9 +75,37 @@ std::string TakeTop(const CommonOptions& options, std::vector<std::string>& word
     return top;
 }
 
+void RefuseWords(const std::vector<std::string>& words)
+{
+    if (!words.empty()) {
+        throw UsageFailure(fmt::format("\"{}\" is one argument too many", words.front()));
+    }
+}
+
+RequestKind TakeRequestKind(std::vector<std::string>& words)
+{
+    if (words.empty()) {
+        throw UsageFailure("start or stop?");
+    }
+    const std::string kind = std::move(words.front());
+    words.erase(words.begin());
+    if (kind != "start" && kind != "stop") {
+        throw UsageFailure(
+            fmt::format("\"{}\" is neither start nor stop{}", kind, DidYouMean(kind, {"start", "stop"})));
+    }
+    return kind == "start" ? RequestKind::START : RequestKind::STOP;
+}
+
 ConfigurationRequest RequestFor(const CommonOptions& options, std::string top)
 {
-    return {std::move(top), options.replaceFile, options.definitions};
+    return {std::move(top), options.replaceFile, options.definitions, options.isVerbose};
+}
+
+void CheckColor(const std::string& color)
+{
+    if (color != "auto" && color != "always" && color != "never") {
+        throw UsageFailure(fmt::format("--color={}: write auto, always or never", color));
+    }
 }
 
 void CheckFormat(const std::string& format, const std::vector<std::string>& formats)
@@ -86,8 +113,8 @@ void CheckFormat(const std::string& format, const std::vector<std::string>& form
     if (std::find(formats.begin(), formats.end(), format) != formats.end()) {
         return;
     }
-    throw UsageFailure(fmt::format("no format \"{}\"{}; there is {}", format, DidYouMean(format, formats),
-                                   fmt::join(formats, ", ")));
+    throw UsageFailure(fmt::format("no format \"{}\" (there is {}){}", format, fmt::join(formats, ", "),
+                                   DidYouMean(format, formats)));
 }
 
 } // namespace tool

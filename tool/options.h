@@ -9,6 +9,7 @@
 #include <CLI/CLI.hpp>
 
 #include "tool/configuration.h"
+#include "tool/request_plan.h"
 
 namespace tool {
 
@@ -32,7 +33,16 @@ void AddCommonOptions(CLI::App& app, CommonOptions& options);
 // where there is neither.
 std::string TakeTop(const CommonOptions& options, std::vector<std::string>& words);
 
+// Throws UsageFailure if there are words that nobody has taken.
+void RefuseWords(const std::vector<std::string>& words);
+
+// "start" or "stop", the first of `words`, which is taken off. Throws UsageFailure for anything else.
+RequestKind TakeRequestKind(std::vector<std::string>& words);
+
 ConfigurationRequest RequestFor(const CommonOptions& options, std::string top);
+
+// Throws UsageFailure if this is no value of --color.
+void CheckColor(const std::string& color);
 
 // Throws UsageFailure with the nearest one if `format` is none of `formats`.
 void CheckFormat(const std::string& format, const std::vector<std::string>& formats);

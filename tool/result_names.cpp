@@ -18,7 +18,7 @@ struct Result {
 };
 
 constexpr std::array<Result, 8> kResults = {{
-    {0, "0", "everything was read"},
+    {0, "success", "everything was read"},
     {PARSE_ERR_CFG_PATH, "PARSE_ERR_CFG_PATH", "the top-level path cannot be examined, or it is a directory"},
     {PARSE_ERR_CREATE_PARSER, "PARSE_ERR_CREATE_PARSER", "there is no such parser"},
     {PARSE_ERR_NO_PERMISSION, "PARSE_ERR_NO_PERMISSION",

@@ -7,7 +7,7 @@
 
 namespace tool {
 
-// "PARSE_ERR_CFG_PATH" and so on; "0" for success.
+// "PARSE_ERR_CFG_PATH" and so on; "success" for 0.
 std::string_view ResultName(std::uint32_t code);
 
 // What the code means for the device, as a clause.

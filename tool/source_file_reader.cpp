@@ -110,6 +110,13 @@ void SourceFileReader::ReadDocument(yaml_parser_t& parser)
 
 bool SourceFileReader::Take(const yaml_event_t& event)
 {
+    nestingSteps_ += open_.size();
+    if (nestingSteps_ > kMostNestingSteps) {
+        Stop(FileState::REFUSED,
+             "is too large for being nested so deeply: the time for reading it grows with both",
+             ToMark(event.start_mark));
+        return false;
+    }
     switch (event.type) {
     case YAML_STREAM_END_EVENT:
         Stop(FileState::EMPTY, "holds no document", {});
@@ -157,12 +164,10 @@ std::uint32_t SourceFileReader::AddNode(NodeKind kind, const yaml_event_t& event
     if (anchor == nullptr) {
         return number;
     }
-    anchorWork_ += anchors_.size();
+    CountAnchorSteps(node.mark);
     const std::string name = reinterpret_cast<const char*>(anchor);
     if (!anchors_.emplace(name, number).second) {
         Stop(FileState::NOT_YAML, fmt::format("found duplicate anchor \"{}\"", name), node.mark);
-    } else if (anchorWork_ > kMostAnchorWork) {
-        Stop(FileState::REFUSED, "has so many anchors that reading it would take hours", node.mark);
     }
     return number;
 }
@@ -197,11 +202,7 @@ void SourceFileReader::AddAlias(const yaml_event_t& event)
         Stop(FileState::NOT_YAML, fmt::format("found undefined alias \"{}\"", name), mark);
         return;
     }
-    anchorWork_ += anchors_.size();
-    if (anchorWork_ > kMostAnchorWork) {
-        Stop(FileState::REFUSED, "has so many aliases that reading it would take hours", mark);
-        return;
-    }
+    CountAnchorSteps(mark);
     AddUse({found->second, mark, true});
 }
 
@@ -227,6 +228,15 @@ void SourceFileReader::CloseNode()
     const auto begin = pending_.begin() + static_cast<std::ptrdiff_t>(closed.firstPending);
     file_.uses_.insert(file_.uses_.end(), begin, pending_.end());
     pending_.erase(begin, pending_.end());
+}
+
+void SourceFileReader::CountAnchorSteps(Mark mark)
+{
+    anchorSteps_ += anchors_.size();
+    if (anchorSteps_ > kMostAnchorSteps) {
+        Stop(FileState::REFUSED,
+             "has too many anchors and aliases: the time for reading them grows with their square", mark);
+    }
 }
 
 void SourceFileReader::Stop(FileState state, std::string error, Mark mark)

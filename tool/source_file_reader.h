@@ -38,6 +38,7 @@ private:
     void AddAlias(const yaml_event_t& event);
     void OpenNode(NodeKind kind, const yaml_event_t& event, const yaml_char_t* anchor);
     void CloseNode();
+    void CountAnchorSteps(Mark mark);
     void Stop(FileState state, std::string error, Mark mark);
     void StopAtParserError(const yaml_parser_t& parser);
     Mark MarkOfByte(std::size_t byte) const;
@@ -46,7 +47,8 @@ private:
     std::vector<Open> open_;
     std::vector<NodeUse> pending_; // items of the open nodes, the innermost one's last
     std::unordered_map<std::string, std::uint32_t> anchors_;
-    std::size_t anchorWork_ = 0;
+    std::size_t anchorSteps_ = 0;
+    std::size_t nestingSteps_ = 0;
     bool hasRoot_ = false;
     bool isStopped_ = false;
 };

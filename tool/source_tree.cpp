@@ -33,6 +33,7 @@ private:
     std::size_t AddVisit(Visit visit);
     std::size_t FileAt(const std::string& path);
     void Refuse(Position position, std::string reason, std::size_t visit);
+    void RefuseFile(std::size_t visit, const std::string& reason, Mark mark);
     std::vector<Visit> PathsUnder(std::size_t visit, const char* key, FileRole role) const;
 
     SourceTree& tree_;
@@ -77,10 +78,10 @@ void SourceTreeWalk::VisitStartupFile(Visit startup)
 {
     if (FindEndlessPlaceholder(startup.path, replaceData_)) {
         const std::size_t parent = startup.parent;
-        Refuse(
-            tree_.PositionOf(parent, startup.item),
-            "\"${}\" in a path: the library would try to replace it for ever and the device would not boot",
-            parent);
+        Refuse(tree_.PositionOf(parent, startup.item),
+               "\"${}\" in this path: the library would try to replace it for ever and the device would not "
+               "boot",
+               parent);
         return;
     }
     parser_.ReplaceByMatchDataInPath(startup.path, replaceData_);
@@ -112,10 +113,12 @@ std::size_t SourceTreeWalk::AddVisit(Visit visit)
     const SourceFile& file = tree_.FileOf(number);
     bytes_ += file.Bytes();
     if (file.State() == FileState::REFUSED) {
-        Refuse({file.Path(), file.ErrorMark()}, file.Error(), number);
+        RefuseFile(number, file.Error(), file.ErrorMark());
     } else if (bytes_ > kMostTreeBytes && bytes_ - file.Bytes() <= kMostTreeBytes) {
-        Refuse({file.Path(), {}},
-               fmt::format("the files of the tree have more than {} bytes together", kMostTreeBytes), number);
+        RefuseFile(number,
+                   fmt::format("would make the tree larger than {} bytes, which is the most that is read",
+                               kMostTreeBytes),
+                   {});
     }
     return number;
 }
@@ -132,6 +135,18 @@ std::size_t SourceTreeWalk::FileAt(const std::string& path)
 void SourceTreeWalk::Refuse(Position position, std::string reason, std::size_t visit)
 {
     tree_.refusals_.push_back({std::move(position), std::move(reason), visit});
+}
+
+// At the mark in the file, or, for the file as a whole, where it is named.
+void SourceTreeWalk::RefuseFile(std::size_t visit, const std::string& reason, Mark mark)
+{
+    const Visit& refused = tree_.visits_[visit];
+    if (mark.line != 0 || refused.parent == kNone) {
+        Refuse({refused.path, mark}, "the file " + reason, visit);
+        return;
+    }
+    Refuse(tree_.PositionOf(refused.parent, refused.item), fmt::format("\"{}\" {}", refused.path, reason),
+           visit);
 }
 
 std::vector<Visit> SourceTreeWalk::PathsUnder(std::size_t visit, const char* key, FileRole role) const
