@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <cstring>
 #include <stdexcept>
+#include <string>
 #include <utility>
 
 #include <syslog.h>
@@ -25,6 +26,10 @@ void (*const kLog)(int, const char*, ...) = syslog;
 constexpr std::size_t kFewWords = 4;
 constexpr std::size_t kSomeWords = 12;
 constexpr std::size_t kMostWords = 28;
+
+// Room for one recording. Memory that is not used costs nothing.
+constexpr std::size_t kMostLines = 200000;
+constexpr std::size_t kTypicalLine = 1024;
 
 template <class Line, std::size_t... I>
 void LogWords(const Line& line, const std::uint64_t* words, std::index_sequence<I...> /*places*/)
@@ -64,16 +69,15 @@ struct Recorder {
         }
         const std::size_t count = PaddedCount(recording.words_.size() - first);
         recording.words_.resize(first + count, 0);
-        recording.lines_.push_back({priority, format, first, count});
-        recording.texts_.emplace_back(theLine);
+        recording.lines_.push_back({priority, format, first, count, recording.Keep(theLine)});
     }
 
 private:
     static void AddArgument(Recording& recording, char conversion, bool isLong, Arguments& arguments)
     {
         if (conversion == 's') {
-            recording.strings_.emplace_back(va_arg(arguments.list, const char*));
-            recording.words_.push_back(reinterpret_cast<std::uintptr_t>(recording.strings_.back().c_str()));
+            const char* text = recording.Keep(va_arg(arguments.list, const char*));
+            recording.words_.push_back(reinterpret_cast<std::uintptr_t>(text));
             return;
         }
         if (std::strchr("dux", conversion | 0x20) == nullptr || conversion == '\0') {
@@ -86,6 +90,9 @@ private:
 
 Recording::Recording()
 {
+    lines_.reserve(kMostLines);
+    words_.reserve(kMostLines * kSomeWords);
+    chars_.reserve(kMostLines * kTypicalLine);
     theRecording = this;
 }
 
@@ -99,13 +106,22 @@ Recording::~Recording()
 void Recording::Close()
 {
     theRecording = nullptr;
-    for (std::size_t i = 0; i < lines_.size(); ++i) {
-        Replay(lines_[i]);
-        if (texts_[i] != theLine) {
-            throw std::runtime_error("a recorded log line reads differently: " + texts_[i]);
+    for (const Line& line : lines_) {
+        Replay(line);
+        if (std::strcmp(line.text, theLine) != 0) {
+            throw std::runtime_error(std::string("a recorded log line reads differently: ") + line.text);
         }
     }
-    std::vector<std::string>().swap(texts_);
+}
+
+const char* Recording::Keep(const char* text)
+{
+    const std::size_t size = std::strlen(text) + 1;
+    if (lines_.size() == kMostLines || chars_.size() + size > chars_.capacity()) {
+        throw std::runtime_error("too much is logged for one recording");
+    }
+    chars_.insert(chars_.end(), text, text + size); // never moves: there is room
+    return &chars_[chars_.size() - size];
 }
 
 void Recording::Replay() const

@@ -3,8 +3,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <deque>
-#include <string>
 #include <vector>
 
 // A program that links formatted_log.cpp has a syslog() of its own. It formats each line into a buffer,
@@ -13,7 +11,8 @@
 namespace bench {
 
 // Keeps the calls of syslog() made while one Recording at the most is open, so that they can be made again
-// without whatever computed their arguments.
+// without whatever computed their arguments. What it keeps lies in a few large blocks of its own, so that the
+// heap in which the recorded code works is left without holes.
 class Recording {
 public:
     Recording();
@@ -32,20 +31,21 @@ public:
 private:
     friend struct Recorder;
 
-    // Each argument as one 64-bit word; strings are pointers into strings_.
+    // Each argument as one 64-bit word; strings are pointers into chars_.
     struct Line {
         int priority = 0;
         const char* format = nullptr;
         std::size_t firstWord = 0;
         std::size_t words = 0;
+        const char* text = nullptr; // as it came out
     };
 
+    const char* Keep(const char* text);
     void Replay(const Line& line) const;
 
     std::vector<Line> lines_;
     std::vector<std::uint64_t> words_;
-    std::deque<std::string> strings_;
-    std::vector<std::string> texts_; // until Close()
+    std::vector<char> chars_;
 };
 
 } // namespace bench
