@@ -9,11 +9,14 @@
 #include <syslog.h>
 
 #include "depend/number_intervals.h"
+#include "depend/short_text.h"
 #include "startplan/parse_and_depend.h"
 
 namespace {
 
 using PatternType = ParseAndDepend::PatternType;
+using startplan::BeginsWith;
+using startplan::FindShort;
 
 constexpr std::string_view kParentDirectory = "..";
 
@@ -26,17 +29,20 @@ struct Piece {
 
 PatternType DynamicType(std::string_view inner)
 {
-    if (inner == "*PATH") {
-        return ParseAndDepend::PATTERN_PATH;
+    if (inner.empty() || inner.front() != '*') {
+        return ParseAndDepend::PATTERN_NUM;
     }
-    return inner == "*" ? ParseAndDepend::PATTERN_ANY : ParseAndDepend::PATTERN_NUM;
+    if (inner.size() == 1) {
+        return ParseAndDepend::PATTERN_ANY;
+    }
+    return inner == "*PATH" ? ParseAndDepend::PATTERN_PATH : ParseAndDepend::PATTERN_NUM;
 }
 
 // The first piece of what is left of a pattern, which is not empty.
 Piece NextPiece(std::string_view rest)
 {
-    const std::size_t open = rest.find('<');
-    const std::size_t close = rest.find('>');
+    const std::size_t open = FindShort(rest, '<');
+    const std::size_t close = FindShort(rest, '>');
     if (open == std::string_view::npos || close == std::string_view::npos || close <= open) {
         return {ParseAndDepend::PATTERN_CONST, rest, rest.size()};
     }
@@ -104,15 +110,44 @@ private:
     Entry pieces_[startplan::kLongestName / 2]; // a dynamic piece takes two brackets at the least
 };
 
-// Whether the two differ before the first '<', which decides most matches within a few bytes.
-bool DifferInLeadingLiteral(std::string_view pattern, std::string_view name)
+// The length of what `pattern` has in front of its first '<', where `name` begins with that; npos where it
+// does not.
+std::size_t MatchUpToBracket(std::string_view pattern, std::string_view name)
 {
-    for (std::size_t i = 0; i < pattern.size() && pattern[i] != '<'; ++i) {
-        if (i == name.size() || pattern[i] != name[i]) {
-            return true;
-        }
+    const std::size_t most = std::min(pattern.size(), name.size());
+    std::size_t i = 0;
+    while (i < most && pattern[i] == name[i] && pattern[i] != '<') {
+        ++i;
     }
-    return false;
+    return i == pattern.size() || pattern[i] == '<' ? i : std::string_view::npos;
+}
+
+// Gives each dynamic piece of a pattern its part of the name; false where a literal is not in the name.
+// Both texts begin behind the pattern's leading literal.
+bool SplitName(std::string_view restOfPattern, std::string_view rest, DynamicPieces& dynamicPieces)
+{
+    bool isLastDynamic = false;
+    while (!restOfPattern.empty()) {
+        const Piece piece = NextPiece(restOfPattern);
+        restOfPattern.remove_prefix(piece.length);
+        isLastDynamic = piece.type != ParseAndDepend::PATTERN_CONST;
+        if (isLastDynamic) {
+            dynamicPieces.Add(piece);
+            continue;
+        }
+        const std::size_t found = FindShort(rest, piece.text);
+        if (found == std::string_view::npos) {
+            return false;
+        }
+        if (found > 0) {
+            dynamicPieces.SetLastText(rest.substr(0, found));
+        }
+        rest.remove_prefix(found + piece.text.size());
+    }
+    if (isLastDynamic && !rest.empty()) {
+        dynamicPieces.SetLastText(rest);
+    }
+    return true;
 }
 
 } // namespace
@@ -132,37 +167,27 @@ bool MatchesPattern(std::string_view pattern, std::string_view name)
                static_cast<int>(pattern.size()), static_cast<int>(name.size()));
         return false;
     }
-    if (DifferInLeadingLiteral(pattern, name)) {
+    // Decides most matches within a few bytes.
+    const std::size_t open = MatchUpToBracket(pattern, name);
+    if (open == std::string_view::npos) {
         return false;
+    }
+    if (open == pattern.size()) {
+        return true; // one literal; what follows it in the name is never checked
+    }
+    const std::size_t close = pattern.find('>');
+    if (close == std::string_view::npos || close < open) {
+        return BeginsWith(name, pattern); // brackets that hold no piece: one literal as well
+    }
+    if (close + 1 == pattern.size()) { // most patterns: one dynamic piece, at the end
+        const std::string_view inner = pattern.substr(open + 1, close - open - 1);
+        return IsMatch(DynamicType(inner), inner, name.substr(open));
     }
 
     // All literals are looked for before any dynamic piece is checked: checks log, a missing literal does
     // not.
     DynamicPieces dynamicPieces(pattern, name);
-    std::string_view rest = name;
-    bool isLastDynamic = false;
-    for (std::string_view restOfPattern = pattern; !restOfPattern.empty();) {
-        const Piece piece = NextPiece(restOfPattern);
-        const bool isFirst = restOfPattern.size() == pattern.size();
-        restOfPattern.remove_prefix(piece.length);
-        isLastDynamic = piece.type != ParseAndDepend::PATTERN_CONST;
-        if (isLastDynamic) {
-            dynamicPieces.Add(piece);
-            continue;
-        }
-        const std::size_t found = rest.find(piece.text);
-        if (found == std::string_view::npos || (isFirst && found != 0)) {
-            return false;
-        }
-        if (found > 0) {
-            dynamicPieces.SetLastText(rest.substr(0, found));
-        }
-        rest.remove_prefix(found + piece.text.size());
-    }
-    if (isLastDynamic && !rest.empty()) {
-        dynamicPieces.SetLastText(rest);
-    }
-    return dynamicPieces.AllMatch();
+    return SplitName(pattern.substr(open), name.substr(open), dynamicPieces) && dynamicPieces.AllMatch();
 }
 
 } // namespace startplan

@@ -87,21 +87,55 @@ bool ReadInterval(std::string_view item, Interval& interval)
            (after.empty() || ReadListedNumber(after, interval.end));
 }
 
+// The digits that a text begins with, no more than fit into 32 bits whatever they are.
+struct LeadingDigits {
+    explicit LeadingDigits(std::string_view text)
+    {
+        const std::size_t most =
+            std::min<std::size_t>(text.size(), std::numeric_limits<std::uint32_t>::digits10);
+        for (; count < most && text[count] >= '0' && text[count] <= '9'; ++count) {
+            value = value * kBase + static_cast<std::uint32_t>(text[count] - '0');
+        }
+    }
+
+    std::uint32_t value = 0;
+    std::size_t count = 0;
+};
+
+// ReadInterval() for the item at the front of a list, in one pass over its bytes, without the searches that
+// would take most of the time of a match. Returns the item's length; npos for items that this cannot read:
+// those with a fault and those with ten digits.
+std::size_t ReadPlainInterval(std::string_view list, Interval& interval)
+{
+    const LeadingDigits start(list);
+    interval = {start.value, start.value};
+    std::size_t length = start.count;
+    if (length < list.size() && list[length] == '-') {
+        const LeadingDigits end(list.substr(length + 1));
+        interval.end = end.count == 0 ? kMaxNumber : end.value;
+        length += 1 + end.count;
+    }
+    return length == list.size() || list[length] == ',' ? length : std::string_view::npos;
+}
+
 // Gives each interval of a list to `use`, in order, until one cannot be read or `use` refuses it. A comma
 // that ends the list is followed by no item.
 template <class Use>
 bool ForEachInterval(std::string_view list, Use use)
 {
     while (!list.empty()) {
-        const std::size_t comma = list.find(',');
         Interval interval;
-        if (!ReadInterval(list.substr(0, comma), interval) || !use(interval)) {
+        std::size_t length = ReadPlainInterval(list, interval);
+        if (length == std::string_view::npos) {
+            length = std::min(list.find(','), list.size());
+            if (!ReadInterval(list.substr(0, length), interval)) {
+                return false;
+            }
+        }
+        if (!use(interval)) {
             return false;
         }
-        if (comma == std::string_view::npos) {
-            break;
-        }
-        list.remove_prefix(comma + 1);
+        list.remove_prefix(std::min(length + 1, list.size()));
     }
     return true;
 }

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "depend/name_patterns.h"
+#include "depend/short_text.h"
 
 namespace startplan {
 
@@ -15,11 +16,6 @@ namespace {
 
 // Sorting the keys costs about as much as this many walks over them (bench_match measures both).
 constexpr std::size_t kIndexPaysFrom = 64;
-
-bool BeginsWith(std::string_view text, std::string_view prefix)
-{
-    return text.size() >= prefix.size() && text.compare(0, prefix.size(), prefix) == 0;
-}
 
 } // namespace
 
