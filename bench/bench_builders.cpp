@@ -15,6 +15,7 @@
 #include <benchmark/benchmark.h>
 
 #include "bench/generate_tree.h"
+#include "bench/settle_heap.h"
 #include "startplan/depend_graph.h"
 #include "startplan/parse_and_depend.h"
 
@@ -54,6 +55,7 @@ void Build(benchmark::State& state, Builder builder, std::size_t requests, std::
         }
         state.PauseTiming();
         graph.Clear();
+        bench::SettleHeap();
         state.ResumeTiming();
     }
 }

@@ -18,6 +18,7 @@
 #include <benchmark/benchmark.h>
 
 #include "bench/generate_tree.h"
+#include "bench/settle_heap.h"
 #include "startplan/depend_graph.h"
 
 namespace {
@@ -61,6 +62,7 @@ void Update(benchmark::State& state, MakeTable make)
         graph.Update(table);
         state.PauseTiming();
         graph.Clear();
+        bench::SettleHeap();
         state.ResumeTiming();
     }
     CountEdges(state, table);
@@ -85,6 +87,7 @@ void FirstHasCycle(benchmark::State& state, MakeTable make)
     for (auto _ : state) {
         state.PauseTiming();
         graph.Update(table);
+        bench::SettleHeap();
         state.ResumeTiming();
         benchmark::DoNotOptimize(graph.HasCycle());
     }
