@@ -54,11 +54,12 @@ void NameFinder::Build()
         }
     }
     std::sort(byLiteral.begin(), byLiteral.end());
+    positions_.reserve(byLiteral.size());
     for (const auto& [literal, position] : byLiteral) {
         if (literals_.empty() || literals_.back().text != literal) {
-            literals_.push_back({literal, {}, kNone});
+            literals_.push_back({literal, positions_.size(), kNone});
         }
-        literals_.back().positions.push_back(position);
+        positions_.push_back(position);
     }
     LinkPrefixes();
 }
@@ -98,7 +99,8 @@ const TableEntry* NameFinder::Find(std::string_view name)
     candidates_.clear();
     candidates_.emplace_back(always_.begin(), always_.end());
     for (std::size_t i = LongestPrefixOf(name); i != kNone; i = literals_[i].prefix) {
-        candidates_.emplace_back(literals_[i].positions.begin(), literals_[i].positions.end());
+        const std::size_t end = i + 1 < literals_.size() ? literals_[i + 1].firstPosition : positions_.size();
+        candidates_.emplace_back(PositionAt(literals_[i].firstPosition), PositionAt(end));
     }
     for (std::size_t position = NextCandidate(); position != kNone; position = NextCandidate()) {
         if (MatchesPattern(entries_[position]->first, name)) {
@@ -129,13 +131,13 @@ DependantFinder::DependantFinder(const DependsMap& table, const std::vector<std:
         dependants_.try_emplace(name);
     }
     for (const TableEntry& entry : table) {
+        const bool isRequested = dependants_.count(entry.first) != 0;
         for (const std::string& dependency : entry.second) {
             const auto requested = dependants_.find(dependency);
             if (requested == dependants_.end()) {
                 continue;
             }
             Dependants& dependants = requested->second;
-            const bool isRequested = dependants_.count(entry.first) != 0;
             (isRequested ? dependants.requested : dependants.others).push_back(&entry.first);
         }
     }

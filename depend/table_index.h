@@ -45,20 +45,25 @@ private:
     // A leading literal and the keys that share it.
     struct Literal {
         std::string_view text;
-        Positions positions;        // of the keys
-        std::size_t prefix = kNone; // the longest other literal that this one begins with
+        std::size_t firstPosition = 0; // in positions_; they end where the next literal's begin
+        std::size_t prefix = kNone;    // the longest other literal that this one begins with
     };
 
     void Build();
     void LinkPrefixes();
     std::size_t LongestPrefixOf(std::string_view name) const;
     std::size_t NextCandidate();
+    Positions::const_iterator PositionAt(std::size_t index) const
+    {
+        return positions_.begin() + static_cast<std::ptrdiff_t>(index);
+    }
 
     const DependsMap& table_;
     bool isIndexed_;
     std::vector<const TableEntry*> entries_; // in the table's order
     Positions always_;                       // of the keys that every name is tried against
     std::vector<Literal> literals_;          // in ascending byte order
+    Positions positions_;                    // of each literal's keys, one literal behind the other
 
     // What is left of the lists of candidates for the name at hand; kept for its storage.
     std::vector<std::pair<Positions::const_iterator, Positions::const_iterator>> candidates_;

@@ -1,8 +1,15 @@
 #include "depend/topological_sort.h"
 
 #include <algorithm>
+#include <limits>
 
 namespace startplan {
+
+namespace {
+
+constexpr NameNumbers::Id kNobody = std::numeric_limits<NameNumbers::Id>::max();
+
+} // namespace
 
 bool MakeRoom(VertexTable& table, std::size_t more)
 {
@@ -69,8 +76,7 @@ std::string TopologicalSort::Unordered() const
 void TopologicalSort::NumberVertices()
 {
     names_.clear();
-    ids_.clear();
-    ids_.reserve(table_.size());
+    numbers_.Reset(table_.size());
     isPopped_.clear();
     for (const auto& [name, status] : table_) {
         AddName(name);
@@ -87,6 +93,7 @@ void TopologicalSort::NumberVertices()
         firstDepend_.push_back(depends_.size());
     }
     cursors_.assign(firstDepend_.begin(), firstDepend_.end() - 1);
+    waitsFor_.assign(vertexCount_, kNobody);
     isPopped_.resize(names_.size(), false);
     isTaken_.assign(names_.size(), false);
     isInTable_.assign(names_.size() - vertexCount_, false);
@@ -94,11 +101,11 @@ void TopologicalSort::NumberVertices()
 
 TopologicalSort::Id TopologicalSort::AddName(const std::string& name)
 {
-    const auto [entry, isNew] = ids_.try_emplace(name, static_cast<Id>(names_.size()));
-    if (isNew) {
+    const Id id = numbers_.Add(name);
+    if (id == names_.size()) {
         names_.push_back(&name);
     }
-    return entry->second;
+    return id;
 }
 
 // For each name the vertices that depend on it, in the table's order.
@@ -151,6 +158,10 @@ bool TopologicalSort::IsFree(Id id)
     if (id >= vertexCount_) {
         return true; // a name that was added depends on nothing
     }
+    const Id waitsFor = waitsFor_[id];
+    if (waitsFor != kNobody && !isPopped_[waitsFor]) {
+        return false; // decides most calls by one look at a small array
+    }
     std::size_t& cursor = cursors_[id];
     while (cursor < firstDepend_[id + 1] && isPopped_[depends_[cursor]]) {
         ++cursor;
@@ -159,6 +170,7 @@ bool TopologicalSort::IsFree(Id id)
         return true;
     }
     const Id unfinished = depends_[cursor];
+    waitsFor_[id] = unfinished;
     if (unfinished >= vertexCount_ && !isInTable_[unfinished - vertexCount_]) {
         table_.try_emplace(*names_[unfinished]);
         isInTable_[unfinished - vertexCount_] = true;
@@ -173,7 +185,7 @@ TopologicalSort::Id TopologicalSort::IdOf(const std::string& name, Id& next) con
     if (next < vertexCount_ && names_[next] == &name) {
         return next++;
     }
-    return ids_.at(name);
+    return numbers_.Of(name);
 }
 
 } // namespace startplan

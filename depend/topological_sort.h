@@ -2,12 +2,11 @@
 #define STARTPLAN_DEPEND_TOPOLOGICAL_SORT_H
 
 #include <cstddef>
-#include <cstdint>
 #include <string>
-#include <string_view>
 #include <unordered_map>
 #include <vector>
 
+#include "depend/name_numbers.h"
 #include "startplan/depend_graph.h"
 
 namespace startplan {
@@ -41,7 +40,7 @@ public:
 
 private:
     // A vertex: its place in the table's order, counted before any name was added; then the missing names.
-    using Id = std::uint32_t;
+    using Id = NameNumbers::Id;
 
     void NumberVertices();
     Id AddName(const std::string& name);
@@ -54,12 +53,13 @@ private:
     VertexTable& table_;
     std::size_t vertexCount_ = 0;           // without the missing names
     std::vector<const std::string*> names_; // by id
-    std::unordered_map<std::string_view, Id> ids_;
+    NameNumbers numbers_;
     std::vector<Id> depends_;              // of vertex 0, then of vertex 1, ...
     std::vector<std::size_t> firstDepend_; // where in depends_ each vertex begins
     std::vector<Id> dependants_;           // likewise for the other direction
     std::vector<std::size_t> firstDependant_;
     std::vector<std::size_t> cursors_; // where in depends_ the first unfinished dependency was seen
+    std::vector<Id> waitsFor_;         // the dependency there
     std::vector<bool> isPopped_;
     std::vector<bool> isTaken_;
     std::vector<bool> isInTable_; // of the missing names: was it added
