@@ -319,6 +319,19 @@ TEST_F(EntryLogTest, AMissingNodeInFrontHidesEveryKey)
     EXPECT_TRUE(apps_.empty());
 }
 
+TEST_F(EntryLogTest, AnEntryWhoseKeyIsNoScalarHasAnEmptyName)
+{
+    const Lines lines = LogOf("? [a]\n: {bin_path: /b}\n");
+
+    Lines expected = {LoadLine(),
+                      AppNameLine(""),
+                      kNoUser,
+                      kNoGroup,
+                      {LOG_WARNING, "cfg isn't complete:appName=, binPath=/b, uid=1000"}};
+    Append(expected, DefaultSummary("", "/b", "1000", "1000"));
+    ExpectLines(lines, expected);
+}
+
 TEST_F(EntryLogTest, TheLengthOfTheEntryPathIsInBytes)
 {
     const Lines lines = LogOf("a: {bin_path: /a, uid: 1, startup_entry_path: \"\\xe4\"}\n");

@@ -194,6 +194,15 @@ TEST_F(MappingsTest, EntriesAreAppendedAndAnEmptyMappingAppendsNone)
     EXPECT_EQ(PairsOf(entries), Pairs({{"a", "1"}, {"b", "2"}, {"a", "1"}, {"b", "2"}}));
 }
 
+TEST_F(MappingsTest, AHandleMayStandInTheListThatItsEntriesAreAppendedTo)
+{
+    std::vector<KvsTypeYaml> entries = {Load("{a: 1, b: 2, c: 3}")};
+
+    EXPECT_TRUE(entries[0].GetArray(entries));
+
+    EXPECT_EQ(PairsOf(entries), Pairs({{"", ""}, {"a", "1"}, {"b", "2"}, {"c", "3"}}));
+}
+
 TEST_F(MappingsTest, EntriesOutliveTheHandleTheyCameFrom)
 {
     std::vector<KvsTypeYaml> entries;
