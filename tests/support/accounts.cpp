@@ -42,7 +42,9 @@ passwd& Accounts::AddUser(const std::string& name, uid_t uid)
 {
     userName_ = name;
     user_.pw_name = userName_.data();
-    user_.pw_passwd = members_.data();
+    for (char** text : {&user_.pw_passwd, &user_.pw_gecos, &user_.pw_dir, &user_.pw_shell}) {
+        *text = otherText_.data();
+    }
     user_.pw_uid = uid;
     user_.pw_gid = uid + 1; // never what the library may take for the group
     return user_;
@@ -52,7 +54,7 @@ group& Accounts::AddGroup(const std::string& name, gid_t gid)
 {
     groupName_ = name;
     group_.gr_name = groupName_.data();
-    group_.gr_passwd = members_.data();
+    group_.gr_passwd = otherText_.data();
     group_.gr_gid = gid;
     return group_;
 }

@@ -35,7 +35,7 @@ public:
 private:
     std::string userName_;
     std::string groupName_;
-    std::string members_ = "x";
+    std::string otherText_ = "x";
     passwd user_ = {};
     group group_ = {};
     int errnoWhenUnknown_ = 0;
