@@ -151,13 +151,28 @@ TEST_P(TableIndexTest, NamesAndKeysOfImpossibleLengthLogTheLinesOfAPlainWalk)
     const Names longNames = {"",  std::string(1025, 'a'), std::string(1024, 'a'), std::string(1023, 'a'), "a",
                              "zz"};
     Random random;
-    Table table;
-    for (const std::string& name : longNames) {
-        table[name] = {"extern"};
-        table[name + "<*>"] = {};
+    for (int round = 0; round < 6; ++round) {
+        Table table; // some of them only: a key that matches much hides those behind it
+        for (const std::string& name : longNames) {
+            if (random.OneIn(2)) {
+                table[name] = {"extern"};
+            }
+            if (random.OneIn(4)) {
+                table[name + "<*>"] = {};
+            }
+        }
+        ExpectSameGraphs(table, Request([&] { return longNames[random.Below(longNames.size())]; }));
     }
-    ExpectSameGraphs(table, Request([&] { return longNames[random.Below(longNames.size())]; }));
     ExpectSameGraphs({}, Request([&] { return longNames[random.Below(longNames.size())]; }));
+}
+
+// Such a key matches nothing and logs one line for each name, whatever the name begins with.
+TEST_P(TableIndexTest, AKeyThatIsTooLongLogsALineForEveryName)
+{
+    Random random;
+    const Table table = {{std::string(1025, 'a'), {}}, {std::string(1024, 'b') + "<*>", {}}};
+
+    ExpectSameGraphs(table, Request([&] { return random.Text("ab", 3) + "c"; }));
 }
 
 TEST_P(TableIndexTest, NamesThatMatchNothingAreReportedOneByOne)
