@@ -40,19 +40,15 @@ TEST_F(DependGraphExhaustiveTest, EveryGraphOfFourVerticesAgreesWithThePlainMode
     }
 }
 
-// Whether a missing name is met again in the walk that added it is up to where its name hashes, so each
-// graph comes with names of many hashes.
+// In byte order one of the missing names stands before all vertices and one behind them.
 TEST_F(DependGraphExhaustiveTest, EveryGraphOfThreeVerticesAndTwoMissingNamesAgreesWithThePlainModel)
 {
-    const std::vector<std::vector<std::string>> variants = {{"b", "d", "f", "a", "g"},
-                                                            {"web", "net", "log", "disk", "time"}};
-    for (const std::vector<std::string>& names : variants) {
-        for (unsigned edges = 0; edges < 32768 && !HasFatalFailure(); ++edges) {
-            ExpectAgreement(FromBits(edges, names, 3), edges % 4 != 0);
-        }
+    for (unsigned edges = 0; edges < 32768 && !HasFatalFailure(); ++edges) {
+        ExpectAgreement(FromBits(edges, {"b", "d", "f", "a", "g"}, 3), edges % 4 != 0);
     }
 }
 
+// Whether a missing name is met again in the walk that added it is up to where its name hashes.
 TEST_F(DependGraphExhaustiveTest, SmallGraphsWithNamesOfAllHashesAgreeWithThePlainModel)
 {
     Random random;
