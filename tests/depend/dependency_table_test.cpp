@@ -29,10 +29,6 @@ using Names = std::vector<std::string>;
 using ReplaceData = std::map<std::string, std::string>;
 
 static_assert(std::is_same_v<DependsMap, std::unordered_map<std::string, Depends>>);
-static_assert(
-    std::is_same_v<decltype(std::declval<ParseAndDepend&>().GetAppFromDependsMap("")), DependsMap::iterator>);
-static_assert(std::is_same_v<decltype(std::declval<const ParseAndDepend&>().GetAppFromDependsMap("")),
-                             DependsMap::const_iterator>);
 static_assert(std::is_same_v<decltype(std::declval<const ParseAndDepend&>().GetApplicationDependsMap()),
                              const DependsMap&>);
 static_assert(PARSE_ERR_CREATE_PARSER == 0xF10004 && PARSE_ERR_DEPEND_NOT_FOUND == 0xF10403);
@@ -336,65 +332,6 @@ TEST_F(DependencyTableTest, SettingTheTableReplacesItByACopy)
     EXPECT_EQ(DependsMap({{"x", {"y"}}}), Table()); // unchecked: "y" is no key
     front_.SetApplicationDependsMap(Table());
     EXPECT_EQ(DependsMap({{"x", {"y"}}}), Table());
-}
-
-TEST_F(DependencyTableTest, NothingIsFoundInAnEmptyTable)
-{
-    const ParseAndDepend& constFront = front_;
-
-    EXPECT_EQ(Table().end(), constFront.GetAppFromDependsMap("a"));
-    EXPECT_TRUE(front_.GetAppFromDependsMap("a") == Table().end());
-    EXPECT_TRUE(front_.GetAppFromDependsMap("") == Table().end());
-    EXPECT_EQ(Lines(), log_.Take());
-}
-
-TEST_F(DependencyTableTest, ANameIsFoundByTheFirstKeyInTheTablesOrderThatMatches)
-{
-    front_.SetApplicationDependsMap(
-        {{"svc", {"1"}}, {"svc_a", {"2"}}, {"s", {"3"}}, {"svc_<*>", {"4"}}, {"other", {}}});
-
-    const auto found = front_.GetAppFromDependsMap("svc_a");
-
-    auto first = Table().begin();
-    while (first->first == "other") {
-        ++first;
-    }
-    ASSERT_NE(Table().end(), DependsMap::const_iterator(found));
-    EXPECT_EQ(first->first, found->first);
-    EXPECT_EQ(Lines(), log_.Take());
-}
-
-TEST_F(DependencyTableTest, ANameIsFoundByItsPatternOrByTheBeginningOfIt)
-{
-    front_.SetApplicationDependsMap({{"app_<1-3>", {"x"}}, {"web", {}}});
-
-    EXPECT_EQ("app_<1-3>", front_.GetAppFromDependsMap("app_2")->first);
-    EXPECT_EQ("web", front_.GetAppFromDependsMap("web_server")->first);
-    EXPECT_TRUE(front_.GetAppFromDependsMap("app_4") == Table().end());
-    EXPECT_TRUE(front_.GetAppFromDependsMap("we") == Table().end());
-    EXPECT_EQ(Lines(), log_.Take());
-    EXPECT_TRUE(front_.GetAppFromDependsMap("app_<1-3>") == Table().end()); // a pattern is not its own name
-    EXPECT_EQ(Lines({{LOG_ERR, "ParseAndDepend StrToUint32: dynamic para invalid, <1-3>", {}}}), log_.Take());
-}
-
-TEST_F(DependencyTableTest, ANameOfAnImpossibleLengthIsLoggedForEachKey)
-{
-    front_.SetApplicationDependsMap({{"abc", {}}, {"xyz", {}}});
-
-    EXPECT_TRUE(front_.GetAppFromDependsMap("") == Table().end());
-
-    const Lines one = {
-        {LOG_ERR, "ParseAndDepend IsDynamicParaMatch: dynamic para invalid, pattern=3, str=0", {}}};
-    EXPECT_EQ(Lines({one[0], one[0]}), log_.Take());
-}
-
-TEST_F(DependencyTableTest, TheEntryFoundMayBeChangedThroughANonConstObject)
-{
-    front_.SetApplicationDependsMap({{"a", {}}});
-
-    front_.GetAppFromDependsMap("a")->second.insert("b");
-
-    EXPECT_EQ(DependsMap({{"a", {"b"}}}), Table());
 }
 
 } // namespace
