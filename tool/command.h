@@ -5,10 +5,12 @@
 #include <string>
 #include <vector>
 
-#include <CLI/CLI.hpp>
-
 #include "tool/failure.h"
 #include "tool/session.h"
+
+namespace CLI {
+class App;
+}
 
 namespace tool {
 
@@ -42,8 +44,9 @@ std::vector<CommandInfo> Commands();
 
 // A command enters the list by one such object in its own file:
 //
-//     const CommandEntry kEntry{{"list", "[TOP]", "...", "...", Section::LOOK, {"text", "json"},
-//                                [] () -> std::unique_ptr<Command> { return std::make_unique<ListCommand>(); }}};
+//     const CommandEntry kEntry({"list", "[TOP]", "...", kHelp, Section::LOOK, {"text", "json"},
+//                                []() -> std::unique_ptr<Command> {
+//                                    return std::make_unique<ListCommand>(); }});
 struct CommandEntry {
     explicit CommandEntry(CommandInfo info);
 };

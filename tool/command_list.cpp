@@ -1,6 +1,7 @@
 #include <set>
 
 #include <fmt/format.h>
+#include <nlohmann/json.hpp>
 
 #include "tool/command.h"
 #include "tool/load.h"

@@ -1,6 +1,8 @@
 #include <algorithm>
 
+#include <CLI/CLI.hpp>
 #include <fmt/format.h>
+#include <nlohmann/json.hpp>
 
 #include "startplan/result_codes.h"
 #include "tool/command.h"

@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include <fmt/format.h>
+#include <nlohmann/json.hpp>
 
 #include "tool/command.h"
 #include "tool/load.h"

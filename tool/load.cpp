@@ -1,6 +1,7 @@
 #include "tool/load.h"
 
 #include <fmt/format.h>
+#include <nlohmann/json.hpp>
 
 #include "startplan/result_codes.h"
 #include "tool/failure.h"

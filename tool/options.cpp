@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
 #include "tool/failure.h"

@@ -6,10 +6,12 @@
 #include <string_view>
 #include <vector>
 
-#include <CLI/CLI.hpp>
-
 #include "tool/configuration.h"
 #include "tool/request_plan.h"
+
+namespace CLI {
+class App;
+}
 
 namespace tool {
 

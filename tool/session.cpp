@@ -3,6 +3,7 @@
 #include <cstdlib>
 
 #include <fmt/format.h>
+#include <nlohmann/json.hpp>
 #include <sys/ioctl.h>
 #include <unistd.h>
 

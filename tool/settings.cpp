@@ -1,6 +1,7 @@
 #include "tool/settings.h"
 
 #include <fmt/format.h>
+#include <nlohmann/json.hpp>
 
 #include "tool/printable.h"
 

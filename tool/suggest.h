@@ -9,7 +9,7 @@
 namespace tool {
 
 // How many letters must be put in, left out, changed or swapped with their neighbour to make one text of
-// the other; letter case counts as half a change at most, so it is free here. `limit` + 1 for more than `limit`.
+// the other; letter case does not count. `limit` + 1 for more than `limit`.
 std::size_t EditDistance(std::string_view a, std::string_view b, std::size_t limit);
 
 // The candidate nearest to a misspelt word; empty where none is near. The first one of equals.
