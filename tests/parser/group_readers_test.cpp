@@ -46,7 +46,7 @@ protected:
         return pairs;
     }
 
-    const ProcMgr::YamlParser parser_;
+    const ProcMgr::YamlParser parser_{};
     test_support::LogCapture log_;
     std::multimap<std::string, std::string> cgroups_;
     std::vector<SharepoolGroupsInfo> sharepools_;

@@ -35,7 +35,7 @@ protected:
         return entry;
     }
 
-    const ProcMgr::YamlParser parser_;
+    const ProcMgr::YamlParser parser_{};
     test_support::LogCapture log_;
 };
 

@@ -37,7 +37,7 @@ protected:
         parser_.GetOwnership(entry, uid_, gid_);
     }
 
-    const ProcMgr::YamlParser parser_;
+    const ProcMgr::YamlParser parser_{};
     test_support::LogCapture log_;
     Accounts accounts_;
     std::uint32_t uid_ = 77;

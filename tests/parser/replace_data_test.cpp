@@ -43,7 +43,7 @@ protected:
                              " is invalid yaml file, cfgmgr_env 's value is not an array!"};
     }
 
-    const ProcMgr::YamlParser parser_;
+    const ProcMgr::YamlParser parser_{};
     test_support::LogCapture log_;
     test_support::TemporaryTree tree_;
     ReplaceData data_;

@@ -18,7 +18,7 @@ namespace {
 
 class RestartPolicyTest : public testing::Test {
 protected:
-    const ProcMgr::YamlParser parser_;
+    const ProcMgr::YamlParser parser_{};
     test_support::LogCapture log_;
 };
 

@@ -24,7 +24,7 @@ using Numbers = std::vector<std::uint32_t>;
 
 class ScalarReadersTest : public testing::Test {
 protected:
-    const ProcMgr::YamlParser parser_;
+    const ProcMgr::YamlParser parser_{};
     test_support::LogCapture log_;
 };
 

@@ -24,7 +24,7 @@ Capture& TheCapture()
     return capture;
 }
 
-std::string Format(const char* format, va_list arguments)
+[[gnu::format(printf, 1, 0)]] std::string Format(const char* format, va_list arguments)
 {
     va_list again;
     va_copy(again, arguments);

@@ -67,7 +67,7 @@ protected:
         return file.substr(0, file.size() - 2);
     }
 
-    const ProcMgr::YamlParser parser_;
+    const ProcMgr::YamlParser parser_{};
     LogCapture log_;
     TemporaryTree tree_;
     std::vector<ApplicationManifest> apps_;

@@ -3,7 +3,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <random>
 #include <string>
 #include <vector>
 
@@ -11,6 +10,7 @@
 
 #include "startplan/kvs_type_yaml.h"
 #include "tests/support/log_capture.h"
+#include "tests/support/random_seed.h"
 #include "tests/support/stream_numbers.h"
 #include "tests/support/yaml_snippet.h"
 
@@ -38,21 +38,16 @@ std::vector<std::string> AllTexts(std::size_t maxLength)
     return texts;
 }
 
-// Mostly digits, up to 45 of them, so that every limit is crossed.
-std::vector<std::string> RandomTexts(std::uint32_t seed, std::size_t count)
+// Mostly digits, some 20 of them and up to 90, so that every limit is crossed.
+std::vector<std::string> RandomTexts(std::size_t count)
 {
-    std::mt19937 random(seed);
-    std::uniform_int_distribution<std::size_t> lengths(0, 45);
-    std::uniform_int_distribution<int> kinds(0, 19);
-    std::uniform_int_distribution<int> digits('0', '9');
-    std::uniform_int_distribution<std::size_t> letters(0, kAlphabet.size() - 1);
+    test_support::Random random;
     std::vector<std::string> texts(count);
     for (std::string& text : texts) {
-        const bool isPure = kinds(random) < 10;
-        text = isPure && kinds(random) < 8 ? "-" : "";
-        for (std::size_t left = lengths(random); left > 0; --left) {
-            const bool isDigit = isPure || kinds(random) < 17;
-            text += isDigit ? static_cast<char>(digits(random)) : kAlphabet[letters(random)];
+        const bool isPure = random.OneIn(2);
+        text = isPure && random.OneIn(3) ? "-" : "";
+        for (std::size_t left = random.Below(91); left > 0; --left) {
+            text += isPure || !random.OneIn(7) ? random.Text("0123456789", 1) : random.Text(kAlphabet, 1);
         }
     }
     return texts;
@@ -121,7 +116,6 @@ protected:
     ~NumberReadingTest() override { EXPECT_EQ(log_.Take(), test_support::Lines()); }
 
     test_support::LogCapture log_;
-    const std::uint32_t seed_ = std::random_device()();
 };
 
 TEST_F(NumberReadingTest, EveryTextOfUpToFourCharactersAgreesWithThePlainModel)
@@ -136,8 +130,7 @@ TEST_F(NumberReadingTest, TextsAroundEveryLimitAgreeWithThePlainModel)
 
 TEST_F(NumberReadingTest, RandomTextsAgreeWithThePlainModel)
 {
-    SCOPED_TRACE("seed " + std::to_string(seed_));
-    ExpectTheModelsNumbers(RandomTexts(seed_, 20000));
+    ExpectTheModelsNumbers(RandomTexts(20000));
 }
 
 TEST_F(NumberReadingTest, ALocaleThatGroupsDigitsIsFollowed)
@@ -159,10 +152,9 @@ TEST_F(NumberReadingTest, EveryTextOfUpToFourCharactersAgreesUnderALocaleThatGro
 
 TEST_F(NumberReadingTest, LimitsAndRandomTextsAgreeUnderALocaleThatGroupsDigits)
 {
-    SCOPED_TRACE("seed " + std::to_string(seed_));
     const GroupedDigits grouped;
     ExpectTheModelsNumbers(LimitTexts());
-    ExpectTheModelsNumbers(RandomTexts(seed_, 10000));
+    ExpectTheModelsNumbers(RandomTexts(10000));
 }
 
 } // namespace
