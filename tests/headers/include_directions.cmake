@@ -46,7 +46,7 @@ foreach(room yaml manifest parser depend)
   endforeach()
 endforeach()
 # The graph stands alone, with its sort.
-foreach(file depend_graph.cpp topological_sort.h topological_sort.cpp name_numbers.h name_numbers.cpp)
+foreach(file depend_graph.cpp topological_sort.h topological_sort.cpp name_numbers.h)
   file(STRINGS ${SOURCE_DIR}/depend/${file} lines REGEX "^#include \"")
   foreach(line ${lines})
     if(NOT line MATCHES "\"(startplan/depend_graph|depend/topological_sort|depend/name_numbers)\\.h\"")

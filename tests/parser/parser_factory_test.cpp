@@ -41,8 +41,9 @@ std::atomic<int> releases{0};
 
 } // namespace
 
-// The library allocates through these, too.
-void* operator new(std::size_t size)
+// The library allocates through these, too. Inlined, the optimiser takes malloc() and operator delete for a
+// mismatched pair.
+[[gnu::noinline]] void* operator new(std::size_t size)
 {
     ++allocations;
     if (void* const memory = std::malloc(size)) {
@@ -50,12 +51,12 @@ void* operator new(std::size_t size)
     }
     throw std::bad_alloc();
 }
-void operator delete(void* memory) noexcept
+[[gnu::noinline]] void operator delete(void* memory) noexcept
 {
     ++releases;
     std::free(memory);
 }
-void operator delete(void* memory, std::size_t) noexcept
+[[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept
 {
     ++releases;
     std::free(memory);
