@@ -35,6 +35,8 @@ Number ExtractNumber(std::string_view text)
 {
     Number value = 0; // what text of white space only leaves as it is
     std::stringstream stream;
+    // Else the stream would swallow a std::bad_alloc, and the number would quietly be 0.
+    stream.exceptions(std::ios_base::badbit);
     stream << text;
     stream >> value;
     return value;
