@@ -3,13 +3,16 @@
 
 #include <cstddef>
 #include <map>
+#include <optional>
 #include <string>
 
 namespace test_support {
 
-// The plain model of `${name}` in a path, one rule a line. Does not return for a path that holds "${}" with
-// a map that lacks the empty name, as the library does not.
-inline std::string ReplacedByTheModel(std::string path, const std::map<std::string, std::string>& data)
+// The plain model of `${name}` in a path, one rule a line. Nothing for a path on which the search never ends:
+// behind an unknown name it goes on at that name's length behind the "${", and for the empty name ("${}")
+// or one that ends in "${" this is where it has been. The library promises not to return there.
+inline std::optional<std::string> ReplacedIfItEnds(std::string path,
+                                                   const std::map<std::string, std::string>& data)
 {
     std::size_t pos = data.empty() ? std::string::npos : path.find("${");
     while (pos != std::string::npos) {
@@ -22,9 +25,20 @@ inline std::string ReplacedByTheModel(std::string path, const std::map<std::stri
         if (known != data.end()) {
             path = path.substr(0, pos) + known->second + path.substr(end + 1);
         }
-        pos = path.find("${", pos + (known != data.end() ? known->second.size() : name.size()));
+        const std::size_t next =
+            path.find("${", pos + (known != data.end() ? known->second.size() : name.size()));
+        if (known == data.end() && next == pos) {
+            return std::nullopt;
+        }
+        pos = next;
     }
     return path;
+}
+
+// For a path on which it ends.
+inline std::string ReplacedByTheModel(const std::string& path, const std::map<std::string, std::string>& data)
+{
+    return ReplacedIfItEnds(path, data).value();
 }
 
 } // namespace test_support

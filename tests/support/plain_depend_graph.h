@@ -89,7 +89,7 @@ public:
     bool Pop(const std::string& name)
     {
         if (outVertices_.count(name) == 0) {
-            Log(LOG_WARNING, "DependGraph Pop: " + name + " cannot found in graph");
+            Log(LOG_WARNING, std::string("DependGraph Pop: ") + name.c_str() + " cannot found in graph");
             return false;
         }
         Log(LOG_INFO, "DependGraph Pop: " + name);
