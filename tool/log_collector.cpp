@@ -14,7 +14,7 @@ namespace {
 
 tool::LogCollector* innermost = nullptr;
 
-std::string FormatAll(const char* format, va_list arguments)
+[[gnu::format(printf, 1, 0)]] std::string FormatAll(const char* format, va_list arguments)
 {
     std::array<char, 1024> buffer;
     va_list again;
