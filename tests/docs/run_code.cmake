@@ -1,4 +1,4 @@
-# Runs PROGRAM, the code of the tour, at the root of the source tree and compares what it prints.
+# Runs PROGRAM, the code of a page, at the root of the source tree and compares what it prints.
 cmake_minimum_required(VERSION 3.20)
 execute_process(COMMAND ${PROGRAM} WORKING_DIRECTORY ${SOURCE_DIR}
   RESULT_VARIABLE status OUTPUT_VARIABLE output ERROR_VARIABLE errors)

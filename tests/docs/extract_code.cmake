@@ -1,6 +1,6 @@
-# Puts the code of TOUR together into SOURCE, and the output that it promises, its last block, into EXPECTED.
+# Puts the C++ of PAGE together into SOURCE, and the output that it promises, the block behind, into EXPECTED.
 cmake_minimum_required(VERSION 3.20)
-file(READ ${TOUR} rest)
+file(READ ${PAGE} rest)
 set(source "")
 set(blocks 0)
 while(TRUE)
@@ -19,7 +19,7 @@ while(TRUE)
 endwhile()
 string(FIND "${rest}" "\n```\n" begin)
 if(blocks EQUAL 0 OR begin EQUAL -1)
-  message(FATAL_ERROR "${TOUR} holds ${blocks} blocks of C++, and no output behind them")
+  message(FATAL_ERROR "${PAGE} holds ${blocks} blocks of C++, and no output behind them")
 endif()
 math(EXPR begin "${begin} + 5")
 string(SUBSTRING "${rest}" ${begin} -1 rest)
