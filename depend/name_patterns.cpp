@@ -15,7 +15,6 @@
 namespace {
 
 using PatternType = ParseAndDepend::PatternType;
-using startplan::BeginsWith;
 using startplan::FindShort;
 
 constexpr std::string_view kParentDirectory = "..";

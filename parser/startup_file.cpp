@@ -139,7 +139,8 @@ bool YamlParser::CreateApplicationByStartupFile(const std::string& path,
     if (!CheckInputPath(path) || !root.InitYamlNode(path)) {
         return false;
     }
-    const std::string cfgPath = path; // which may be a record's own, and move when `apps` grows
+    // The path may be a record's own text and move when `apps` grows.
+    const std::string cfgPath = path; // NOLINT(performance-unnecessary-copy-initialization)
     const NodeRef rootNode = NodeRef::Of(root);
     std::vector<PairRef> entries;
     if (!ReadPairs(rootNode, entries)) {

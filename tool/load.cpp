@@ -73,7 +73,7 @@ void SayWhatWasDropped(const Session& session, const Configuration& configuratio
 
 } // namespace
 
-Configuration LoadForWork(Session& session, const std::string& top)
+Configuration LoadForWork(const Session& session, const std::string& top)
 {
     Configuration configuration = LoadConfiguration(RequestFor(session.Options(), top));
     session.Show(configuration.lines);

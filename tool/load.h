@@ -13,7 +13,7 @@ namespace tool {
 // Loads the configuration below `top`, with the options' replace data, for a command that works on what the
 // device would have. Says on standard error what was dropped. Throws Failure where there is nothing to
 // work on: refused input, a top-level or replace file that cannot be read.
-Configuration LoadForWork(Session& session, const std::string& top);
+Configuration LoadForWork(const Session& session, const std::string& top);
 
 // EXIT_FINDINGS if the library's result is not 0.
 ExitStatus StatusOf(const Configuration& configuration);

@@ -73,5 +73,7 @@ void KeepDescriptorsOutOfPrograms()
     while (fd >= 0 && fd <= STDERR_FILENO) {
         fd = open("/dev/null", O_RDWR);
     }
-    close(fd);
+    if (fd >= 0) {
+        close(fd);
+    }
 }
