@@ -100,8 +100,10 @@ bool DependGraph::HasCycle()
     startplan::TopologicalSort sort(vertexStatus_);
     const bool hasCycle = !sort.Run();
     const std::string unordered = hasCycle ? sort.Unordered() : std::string();
-    for (auto& entry : vertexStatus_) {
-        entry.second.state = VertexState::WAITING;
+    if (!sort.AreAllWaiting()) {
+        for (auto& entry : vertexStatus_) {
+            entry.second.state = VertexState::WAITING;
+        }
     }
     if (hasCycle) {
         syslog(LOG_ERR, "The Graph has cycle. the cycle is :%s", unordered.c_str());

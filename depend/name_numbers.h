@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <functional>
 #include <limits>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -17,6 +18,16 @@ namespace startplan {
 class NameNumbers {
 public:
     using Id = std::uint32_t;
+    static constexpr Id kUnknown = std::numeric_limits<Id>::max();
+
+    NameNumbers() = default;
+    explicit NameNumbers(const std::vector<std::string>& names)
+    {
+        Reset(names.size());
+        for (const std::string& name : names) {
+            Add(name);
+        }
+    }
 
     // Forgets all names, and makes room for so many.
     void Reset(std::size_t expected)
@@ -30,32 +41,56 @@ public:
 
     std::size_t Count() const { return ends_.size() - 1; }
 
+    // A name whose number is about to be asked for.
+    struct Announced {
+        const std::string* name = nullptr;
+        std::uint32_t hash = 0;
+    };
+
+    // Makes `announced` the list of `names`, and has the processor fetch what Add() and Of() will read of
+    // them: side by side, where one after the other each would wait for a slot and then for a text.
+    void Announce(const std::set<std::string>& names, std::vector<Announced>& announced) const
+    {
+        announced.clear();
+        for (const std::string& name : names) {
+            const std::uint32_t hash = Hash(name);
+            __builtin_prefetch(&slots_[FirstSlot(hash)]);
+            announced.push_back({&name, hash});
+        }
+        for (const Announced& next : announced) {
+            const Id id = slots_[FirstSlot(next.hash)].id;
+            if (id != kUnknown) {
+                __builtin_prefetch(Text(id).data());
+            }
+        }
+    }
+
     // The number of a name, which is the next one where the name is new.
-    Id Add(std::string_view name)
+    Id Add(const Announced& announced)
     {
         if (Count() * kSlotsEach >= slots_.size()) {
             Resize(Count() + 1);
         }
-        const std::uint32_t hash = Hash(name);
-        Slot& slot = slots_[Find(name, hash)];
-        if (slot.id == kFree) {
-            slot = {hash, static_cast<Id>(Count())};
-            text_.append(name);
+        Slot& slot = slots_[Find(*announced.name, announced.hash)];
+        if (slot.id == kUnknown) {
+            slot = {announced.hash, static_cast<Id>(Count())};
+            text_.append(*announced.name);
             ends_.push_back(text_.size());
         }
         return slot.id;
     }
+    Id Add(const std::string& name) { return Add(Announced{&name, Hash(name)}); }
 
-    // The number of a name that was added.
+    // The number of a name, or kUnknown.
+    Id Of(const Announced& announced) const { return slots_[Find(*announced.name, announced.hash)].id; }
     Id Of(std::string_view name) const { return slots_[Find(name, Hash(name))].id; }
 
 private:
-    static constexpr Id kFree = std::numeric_limits<Id>::max();
     static constexpr std::size_t kSlotsEach = 2; // at the least, so that a search ends within a few slots
 
     struct Slot {
         std::uint32_t hash = 0;
-        Id id = kFree;
+        Id id = kUnknown;
     };
 
     static std::uint32_t Hash(std::string_view name)
@@ -63,12 +98,14 @@ private:
         return static_cast<std::uint32_t>(std::hash<std::string_view>()(name));
     }
 
+    std::size_t FirstSlot(std::uint32_t hash) const { return hash & (slots_.size() - 1); }
+
     // The slot that holds a name, or the one to put it in.
     std::size_t Find(std::string_view name, std::uint32_t hash) const
     {
         const std::size_t mask = slots_.size() - 1;
-        std::size_t i = hash & mask;
-        while (slots_[i].id != kFree && (slots_[i].hash != hash || Text(slots_[i].id) != name)) {
+        std::size_t i = FirstSlot(hash);
+        while (slots_[i].id != kUnknown && (slots_[i].hash != hash || Text(slots_[i].id) != name)) {
             i = (i + 1) & mask;
         }
         return i;
@@ -88,7 +125,7 @@ private:
         std::vector<Slot> old(size);
         old.swap(slots_);
         for (const Slot& slot : old) {
-            if (slot.id != kFree) {
+            if (slot.id != kUnknown) {
                 slots_[Find(Text(slot.id), slot.hash)] = slot;
             }
         }

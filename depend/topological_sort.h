@@ -35,6 +35,9 @@ public:
     // Whether every vertex could be ordered. To be called once.
     bool Run();
 
+    // Whether all vertices were waiting before the sort; so are the names that it adds.
+    bool AreAllWaiting() const { return areAllWaiting_; }
+
     // The vertices that could not be ordered, in the table's order, each followed by a blank.
     std::string Unordered() const;
 
@@ -43,28 +46,35 @@ private:
     using Id = NameNumbers::Id;
 
     void NumberVertices();
-    Id AddName(const std::string& name);
+    void NumberDependencies();
     void LinkDependants();
+    std::size_t NameCount() const { return vertices_.size() + missing_.size(); }
+
+    void OrderByCounting();
+
+    void OrderByStates();
     void SeedQueue();
     void Enqueue(Id id);
     bool IsFree(Id id);
     Id IdOf(const std::string& name, Id& next) const;
 
     VertexTable& table_;
-    std::size_t vertexCount_ = 0;           // without the missing names
-    std::vector<const std::string*> names_; // by id
+    std::vector<const VertexTable::value_type*> vertices_; // by id
+    std::vector<const std::string*> missing_;              // by id, the number of vertices subtracted
     NameNumbers numbers_;
     std::vector<Id> depends_;              // of vertex 0, then of vertex 1, ...
     std::vector<std::size_t> firstDepend_; // where in depends_ each vertex begins
     std::vector<Id> dependants_;           // likewise for the other direction
     std::vector<std::size_t> firstDependant_;
+    bool areAllWaiting_ = true;
+    std::vector<bool> isTaken_;
+    std::vector<Id> queue_; // all that ever joined it, in that order
+
+    // For OrderByStates() alone.
+    std::vector<bool> isPopped_;
     std::vector<std::size_t> cursors_; // where in depends_ the first unfinished dependency was seen
     std::vector<Id> waitsFor_;         // the dependency there
-    std::vector<bool> isPopped_;
-    std::vector<bool> isTaken_;
-    std::vector<bool> isInTable_; // of the missing names: was it added
-    std::vector<Id> queue_;       // all that ever joined it, in that order
-
+    std::vector<bool> isInTable_;      // of the missing names: was it added
     // Only where vertices were popped before, since no other can join the queue twice.
     bool mayRepeat_ = false;
     std::vector<bool> isQueued_;
