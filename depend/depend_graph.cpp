@@ -1,11 +1,13 @@
 #include "startplan/depend_graph.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <mutex>
 #include <set>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include <syslog.h>
@@ -77,19 +79,27 @@ Walk FindReleased(VertexTable& table, const std::set<std::string>& out, bool add
 void DependGraph::Update(const std::map<std::string, std::set<std::string>>& depends)
 {
     const std::lock_guard<std::mutex> lock(mutex_);
-    vertexNum_ = static_cast<std::uint32_t>(depends.size());
-    popNum_ = 0;
-    noDependVertices_.clear();
-    outVertices_.clear();
-    vertexStatus_.clear();
+    StartOver(depends.size());
     try {
         for (const auto& [name, names] : depends) {
             vertexStatus_.emplace(name, VertexStatus{VertexState::WAITING, names});
         }
     } catch (...) {
-        // Half of a request must not be handed out.
-        vertexNum_ = 0;
-        vertexStatus_.clear();
+        StartOver(0); // half of a request must not be handed out
+        throw;
+    }
+}
+
+void DependGraph::TakeOver(std::map<std::string, std::set<std::string>>&& depends)
+{
+    const std::lock_guard<std::mutex> lock(mutex_);
+    StartOver(depends.size());
+    try {
+        for (auto& [name, names] : depends) {
+            vertexStatus_.emplace(name, VertexStatus{VertexState::WAITING, std::move(names)});
+        }
+    } catch (...) {
+        StartOver(0);
         throw;
     }
 }
@@ -155,7 +165,12 @@ bool DependGraph::IsEmpty()
 void DependGraph::Clear()
 {
     const std::lock_guard<std::mutex> lock(mutex_);
-    vertexNum_ = 0;
+    StartOver(0);
+}
+
+void DependGraph::StartOver(std::size_t vertices)
+{
+    vertexNum_ = static_cast<std::uint32_t>(vertices);
     popNum_ = 0;
     noDependVertices_.clear();
     outVertices_.clear();

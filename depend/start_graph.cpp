@@ -4,30 +4,16 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include <syslog.h>
 
+#include "depend/name_set.h"
 #include "depend/table_index.h"
 #include "startplan/depend_graph.h"
 #include "startplan/parse_and_depend.h"
 #include "startplan/result_codes.h"
-
-namespace {
-
-std::vector<const std::string*> NotRequested(const std::set<std::string>& names,
-                                             const startplan::RequestedNames& requested)
-{
-    std::vector<const std::string*> outside;
-    for (const std::string& name : names) {
-        if (!requested.Contains(name)) {
-            outside.push_back(&name);
-        }
-    }
-    return outside;
-}
-
-} // namespace
 
 std::uint32_t ParseAndDepend::GetStartGraphWithErrApp(const std::vector<std::string>& startAppNames,
                                                       DependGraph& graph,
@@ -36,7 +22,8 @@ std::uint32_t ParseAndDepend::GetStartGraphWithErrApp(const std::vector<std::str
     std::uint32_t result = 0;
     std::map<std::string, std::set<std::string>> collected;
     startplan::NameFinder finder(applicationDependsMap_, startAppNames.size());
-    const startplan::RequestedNames requested(startAppNames);
+    startplan::NameSet requested(startAppNames);
+    // Of the names that have any. A name that is requested twice logs its lines twice.
     std::unordered_map<std::string_view, std::vector<const std::string*>> outsideOf;
     for (const std::string& name : startAppNames) {
         const startplan::TableEntry* entry = finder.Find(name);
@@ -46,10 +33,15 @@ std::uint32_t ParseAndDepend::GetStartGraphWithErrApp(const std::vector<std::str
             result = PARSE_ERR_DEPEND_NOT_FOUND;
             continue;
         }
-        const auto [outside, isNew] = outsideOf.try_emplace(name);
-        if (isNew) { // else the name is requested twice, and logs twice what follows
-            collected.try_emplace(name, entry->second);
-            outside->second = NotRequested(entry->second, requested);
+        if (collected.try_emplace(name, entry->second).second) {
+            std::vector<const std::string*> outside = requested.Missing(entry->second);
+            if (!outside.empty()) {
+                outsideOf.emplace(name, std::move(outside));
+            }
+        }
+        const auto outside = outsideOf.find(name);
+        if (outside == outsideOf.end()) {
+            continue;
         }
         for (const std::string* dependency : outside->second) {
             syslog(LOG_WARNING, "ParseAndDepend GetStartGraph  %s depend  %s is not in startAppNames",
@@ -58,7 +50,7 @@ std::uint32_t ParseAndDepend::GetStartGraphWithErrApp(const std::vector<std::str
         }
     }
 
-    graph.Update(collected);
+    graph.TakeOver(std::move(collected));
     if (graph.HasCycle()) {
         graph.Clear();
         syslog(LOG_ERR, "ParseAndDepend GetStartGraph: the graph has cycle !");

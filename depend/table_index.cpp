@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <numeric>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -122,25 +123,37 @@ std::size_t NameFinder::NextCandidate()
     return first == nullptr ? kNone : *(*first)++;
 }
 
-RequestedNames::RequestedNames(const std::vector<std::string>& names) : names_(names.begin(), names.end()) {}
-
 DependantFinder::DependantFinder(const DependsMap& table, const std::vector<std::string>& names)
+    : numbers_(names)
 {
-    dependants_.reserve(names.size());
-    for (const std::string& name : names) {
-        dependants_.try_emplace(name);
-    }
+    // Which requested name has which dependant, in the table's order; then the same, name by name.
+    std::vector<std::pair<NameNumbers::Id, Dependant>> links;
+    std::vector<std::size_t> next(numbers_.Count() + 1, 0);
+    std::vector<NameNumbers::Announced> announced;
     for (const TableEntry& entry : table) {
-        const bool isRequested = dependants_.count(entry.first) != 0;
-        for (const std::string& dependency : entry.second) {
-            const auto requested = dependants_.find(dependency);
-            if (requested == dependants_.end()) {
-                continue;
+        const bool isRequested = numbers_.Of(entry.first) != NameNumbers::kUnknown;
+        numbers_.Announce(entry.second, announced);
+        for (const NameNumbers::Announced& dependency : announced) {
+            const NameNumbers::Id id = numbers_.Of(dependency);
+            if (id != NameNumbers::kUnknown) {
+                links.push_back({id, {&entry.first, isRequested}});
+                ++next[id + 1];
             }
-            Dependants& dependants = requested->second;
-            (isRequested ? dependants.requested : dependants.others).push_back(&entry.first);
         }
     }
+    std::partial_sum(next.begin(), next.end(), next.begin());
+    dependants_.resize(links.size());
+    for (const auto& [id, dependant] : links) {
+        dependants_[next[id]++] = dependant;
+    }
+    ends_ = std::move(next);
+}
+
+DependantFinder::Dependants DependantFinder::Find(std::string_view name) const
+{
+    const NameNumbers::Id id = numbers_.Of(name);
+    const Dependant* all = dependants_.data();
+    return {all + (id == 0 ? 0 : ends_[id - 1]), all + ends_[id]};
 }
 
 } // namespace startplan

@@ -4,11 +4,10 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
-#include <unordered_map>
-#include <unordered_set>
 #include <utility>
 #include <vector>
 
+#include "depend/name_numbers.h"
 #include "startplan/parse_and_depend.h"
 
 // Indexes over the dependency table and over a request, built for one call. Each finds what a walk over
@@ -69,31 +68,30 @@ private:
     std::vector<std::pair<Positions::const_iterator, Positions::const_iterator>> candidates_;
 };
 
-// The names of a request, to ask which are in it.
-class RequestedNames {
-public:
-    explicit RequestedNames(const std::vector<std::string>& names);
-
-    bool Contains(std::string_view name) const { return names_.count(name) != 0; }
-
-private:
-    std::unordered_set<std::string_view> names_;
-};
-
 // For each name of a request, the table's keys that depend on it, in the table's order.
 class DependantFinder {
 public:
+    struct Dependant {
+        const std::string* name = nullptr;
+        bool isRequested = false;
+    };
     struct Dependants {
-        std::vector<const std::string*> requested;
-        std::vector<const std::string*> others;
+        const Dependant* begin() const { return first; }
+        const Dependant* end() const { return behind; }
+
+        const Dependant* first = nullptr;
+        const Dependant* behind = nullptr;
     };
 
     DependantFinder(const DependsMap& table, const std::vector<std::string>& names);
 
-    const Dependants& Find(std::string_view name) const { return dependants_.at(name); }
+    // Of a name of the request.
+    Dependants Find(std::string_view name) const;
 
 private:
-    std::unordered_map<std::string_view, Dependants> dependants_;
+    NameNumbers numbers_;
+    std::vector<Dependant> dependants_; // of name 0, then of name 1, ...
+    std::vector<std::size_t> ends_;     // where in dependants_ each name's end
 };
 
 } // namespace startplan

@@ -2,6 +2,7 @@
 #include <map>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <syslog.h>
@@ -26,19 +27,18 @@ std::uint32_t ParseAndDepend::GetTermGraphWithErrApp(const std::vector<std::stri
             result = PARSE_ERR_DEPEND_NOT_FOUND;
             continue;
         }
-        const startplan::DependantFinder::Dependants& dependants = finderOfDependants.Find(name);
-        const auto [vertex, isNew] = collected.try_emplace(name);
-        if (isNew) { // else the name is requested twice, and logs twice what follows
-            for (const std::string* dependant : dependants.requested) {
-                vertex->second.insert(*dependant);
+        const auto [vertex, isNew] = collected.try_emplace(name); // not new: the name is requested twice
+        for (const auto& dependant : finderOfDependants.Find(name)) {
+            if (!dependant.isRequested) {
+                syslog(LOG_WARNING, "ParseAndDepend GetTermGraph %s is not in termAppNames",
+                       dependant.name->c_str());
+            } else if (isNew) {
+                vertex->second.insert(*dependant.name);
             }
-        }
-        for (const std::string* dependant : dependants.others) {
-            syslog(LOG_WARNING, "ParseAndDepend GetTermGraph %s is not in termAppNames", dependant->c_str());
         }
     }
 
-    graph.Update(collected);
+    graph.TakeOver(std::move(collected));
     if (graph.HasCycle()) {
         graph.Clear();
         syslog(LOG_ERR, "ParseAndDepend GetTermGraph: the graph has cycle !");

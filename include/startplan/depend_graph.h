@@ -1,12 +1,15 @@
 #ifndef STARTPLAN_DEPEND_GRAPH_H
 #define STARTPLAN_DEPEND_GRAPH_H
 
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <mutex>
 #include <set>
 #include <string>
 #include <unordered_map>
+
+class ParseAndDepend;
 
 /// How far a vertex of a DependGraph has come. The numbers are part of the interface.
 enum class VertexState : std::uint32_t {
@@ -99,6 +102,13 @@ public:
     void Clear();
 
 private:
+    friend class ParseAndDepend;
+
+    // Update() for the builders, which need their map no longer: its names are moved, not copied.
+    [[gnu::visibility("hidden")]] void TakeOver(std::map<std::string, std::set<std::string>>&& depends);
+    // For both, under the mutex.
+    [[gnu::visibility("hidden")]] void StartOver(std::size_t vertices);
+
     std::mutex mutex_; ///< guards every member below
     std::uint32_t vertexNum_ = 0;
     std::uint32_t popNum_ = 0;
