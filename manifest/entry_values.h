@@ -5,7 +5,6 @@
 #include <map>
 #include <set>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "startplan/application_manifest.h"
@@ -55,12 +54,6 @@ struct EntryValues {
     std::int32_t numaType = 0;
     std::int32_t processType = 0;
     std::string cfgPath;
-
-    // Appends the record of these values, which are spent afterwards.
-    void MoveInto(std::vector<ApplicationManifest>& apps)
-    {
-        apps.push_back(ApplicationManifest(std::move(*this)));
-    }
 };
 
 } // namespace startplan

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include <syslog.h>
@@ -164,7 +165,7 @@ bool YamlParser::CreateApplicationByStartupFile(const std::string& path,
         }
         LogSummary(values);
         if (isComplete) {
-            values.MoveInto(apps);
+            apps.emplace_back(std::move(values));
         }
     }
     return allComplete;

@@ -50,6 +50,9 @@ public:
         const std::multimap<std::string, std::string>& cgroupPath, const std::string& setRtType,
         std::int32_t numaType, std::int32_t processType, const std::string& cfgPath);
 
+    // Only the library can call this one. It takes the values over.
+    [[gnu::visibility("hidden")]] explicit ApplicationManifest(startplan::EntryValues&& values) noexcept;
+
     /// A deep copy, equal member for member. Throws std::bad_alloc.
     ApplicationManifest(const ApplicationManifest& other);
     /// Takes the other's values over, so that a growing vector need not copy them.
@@ -145,11 +148,6 @@ public:
     const std::string& GetCfgPath() const { return cfgPath_; }
 
 private:
-    friend struct startplan::EntryValues;
-
-    /// Takes the values over instead of copying them.
-    explicit ApplicationManifest(startplan::EntryValues&& values) noexcept;
-
     std::string appName_;
     std::string binPath_;
     std::set<std::string> dependList_;
