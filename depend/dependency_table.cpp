@@ -1,8 +1,12 @@
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <set>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <unordered_set>
 #include <utility>
 #include <vector>
@@ -10,6 +14,7 @@
 #include <syslog.h>
 
 #include "depend/name_patterns.h"
+#include "depend/name_set.h"
 #include "depend/table_index.h"
 #include "startplan/application_manifest.h"
 #include "startplan/parse_and_depend.h"
@@ -20,6 +25,7 @@ namespace {
 
 using ProcMgr::Parser;
 using startplan::DependsMap;
+using startplan::NameSet;
 
 std::shared_ptr<Parser> MakeParser(ParamType paraType)
 {
@@ -31,52 +37,87 @@ std::shared_ptr<Parser> MakeParser(ParamType paraType)
     return parser;
 }
 
-void EnterApplications(const std::vector<ApplicationManifest>& apps, DependsMap& table)
+using DependList = std::set<std::string>;
+
+// Enters the name of every record, and returns for each the place of its dependencies.
+std::vector<DependList*> EnterNames(const std::vector<ApplicationManifest>& apps, DependsMap& table)
 {
+    std::vector<DependList*> places;
+    places.reserve(apps.size());
     for (const ApplicationManifest& app : apps) {
-        const auto [entry, isNew] = table.try_emplace(app.GetAppName(), app.GetDependList());
+        const auto [entry, isNew] = table.try_emplace(app.GetAppName());
         if (!isNew) {
             syslog(LOG_WARNING, "InitApplicationsAndDepend applicationDependsMap key: %s  will be covered !",
                    app.GetAppName().c_str());
-            entry->second = app.GetDependList();
         }
+        places.push_back(&entry->second);
     }
+    return places;
 }
 
-// The keys that depend on a name that is no key, each once. Every such dependency is logged.
-std::vector<std::string> FindIncomplete(const DependsMap& table)
+// By name, the missing dependencies of the records that have any.
+using Incomplete = std::unordered_map<std::string_view, std::vector<const std::string*>>;
+
+// Copies the dependencies of every record to its place, but for those of the incomplete ones, whose entries
+// will be dropped. The last record of a name counts.
+Incomplete EnterDependencies(const std::vector<ApplicationManifest>& apps,
+                             const std::vector<DependList*>& places, NameSet& keys)
 {
-    std::vector<std::string> incomplete;
-    for (const auto& [app, depends] : table) {
-        bool isComplete = true;
-        for (const std::string& dependency : depends) {
-            if (table.count(dependency) == 0) {
-                syslog(LOG_ERR, "CheckApplicationsAndDepend error: app: %s depends: %s not in appList",
-                       app.c_str(), dependency.c_str());
-                isComplete = false;
-            }
-        }
-        if (!isComplete) {
-            incomplete.push_back(app);
+    Incomplete incomplete;
+    for (std::size_t i = 0; i < apps.size(); ++i) {
+        std::vector<const std::string*> missing = keys.Missing(apps[i].GetDependList());
+        if (missing.empty()) {
+            *places[i] = apps[i].GetDependList();
+            incomplete.erase(apps[i].GetAppName());
+        } else {
+            incomplete.insert_or_assign(apps[i].GetAppName(), std::move(missing));
         }
     }
     return incomplete;
 }
 
-void Drop(const std::vector<std::string>& names, std::vector<ApplicationManifest>& apps, DependsMap& table)
+// The entries that depend on a name that is no key, in the table's order. Every such dependency is logged.
+std::vector<DependsMap::const_iterator> LogIncomplete(const DependsMap& table, const Incomplete& incomplete,
+                                                      NameSet& keys)
 {
-    const std::unordered_set<std::string_view> dropped(names.begin(), names.end());
+    std::vector<DependsMap::const_iterator> found;
+    std::vector<const std::string*> missingOfOlder;
+    for (auto entry = table.begin(); entry != table.end(); ++entry) {
+        const auto known = incomplete.find(entry->first);
+        if (known == incomplete.end()) {
+            missingOfOlder = keys.Missing(entry->second); // it may be older than this call
+        }
+        const auto& missing = known == incomplete.end() ? missingOfOlder : known->second;
+        for (const std::string* dependency : missing) {
+            syslog(LOG_ERR, "CheckApplicationsAndDepend error: app: %s depends: %s not in appList",
+                   entry->first.c_str(), dependency->c_str());
+        }
+        if (!missing.empty()) {
+            found.push_back(entry);
+        }
+    }
+    return found;
+}
+
+void Drop(const std::vector<DependsMap::const_iterator>& entries, std::vector<ApplicationManifest>& apps,
+          DependsMap& table)
+{
+    std::unordered_set<std::string_view> dropped;
+    dropped.reserve(entries.size());
+    for (const DependsMap::const_iterator entry : entries) {
+        dropped.insert(entry->first);
+    }
     // Records are moved to a new vector, since they cannot be assigned to each other in the old one.
     std::vector<ApplicationManifest> kept;
-    kept.reserve(apps.size());
+    kept.reserve(apps.size() - std::min(apps.size(), dropped.size()));
     for (ApplicationManifest& app : apps) {
         if (dropped.count(app.GetAppName()) == 0) {
             kept.push_back(std::move(app));
         }
     }
     apps.swap(kept);
-    for (const std::string& name : names) {
-        table.erase(name);
+    for (const DependsMap::const_iterator entry : entries) {
+        table.erase(entry);
     }
 }
 
@@ -97,12 +138,18 @@ std::uint32_t ParseAndDepend::ParseYaml(ParamType paraType, const std::string& p
         applicationDependsMap_.clear();
         return parsed;
     }
-    EnterApplications(apps, applicationDependsMap_);
-    const std::vector<std::string> incomplete = FindIncomplete(applicationDependsMap_);
-    if (incomplete.empty()) {
+    const bool wasEmpty = applicationDependsMap_.empty();
+    const std::vector<DependList*> places = EnterNames(apps, applicationDependsMap_);
+    NameSet keys = NameSet::KeysOf(applicationDependsMap_);
+    const Incomplete incomplete = EnterDependencies(apps, places, keys);
+    if (wasEmpty && incomplete.empty()) {
+        return 0; // else entries from before may lack a dependency, too
+    }
+    const auto entries = LogIncomplete(applicationDependsMap_, incomplete, keys);
+    if (entries.empty()) {
         return 0;
     }
-    Drop(incomplete, apps, applicationDependsMap_);
+    Drop(entries, apps, applicationDependsMap_);
     return PARSE_ERR_DEPEND_NOT_FOUND;
 }
 

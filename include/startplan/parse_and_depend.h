@@ -81,7 +81,8 @@ public:
     ///                             record's dependencies count; both records stay in `apps`
     ///     a missing dependency    LOG_ERR "CheckApplicationsAndDepend error: app: %s depends: %s not in
     ///                             appList" (one line), for each, in the table's order
-    /// After std::bad_alloc the table may hold entries that were not checked, and `apps` records of them.
+    /// After std::bad_alloc the table may hold entries that were not checked or whose dependencies are not
+    /// there yet, and `apps` records of them.
     /// @pre  What YamlParser::ParseToApplication() asks for.
     std::uint32_t ParseYaml(ParamType paraType, const std::string& path,
                             std::vector<ApplicationManifest>& apps,

@@ -172,6 +172,15 @@ TEST_F(DependencyTableTest, OfTwoApplicationsWithOneNameTheLaterDependenciesCoun
     EXPECT_EQ(Names({"a", "b", "a"}), AppNames());
 }
 
+TEST_F(DependencyTableTest, OfTwoApplicationsWithOneNameOnlyTheLaterDependenciesAreChecked)
+{
+    EXPECT_EQ(0U, Parse({{"a", {"x"}}, {"b", {}}, {"a", {"b"}}}));
+
+    EXPECT_EQ(Covered({"a"}), Warnings());
+    EXPECT_EQ(DependsMap({{"a", {"b"}}, {"b", {}}}), Table());
+    EXPECT_EQ(Names({"a", "b", "a"}), AppNames());
+}
+
 TEST_F(DependencyTableTest, AnApplicationThatDependsOnItselfPasses)
 {
     EXPECT_EQ(0U, Parse({{"a", {"a"}}}));
