@@ -29,6 +29,7 @@
 
 #include "bench/formatted_log.h"
 #include "bench/generate_tree.h"
+#include "bench/settle_heap.h"
 #include "startplan/application_manifest.h"
 #include "startplan/depend_graph.h"
 #include "startplan/parse_and_depend.h"
@@ -87,6 +88,7 @@ struct Load {
 std::unique_ptr<Load> LoadTree(const generate::Tree& tree)
 {
     auto load = std::make_unique<Load>();
+    bench::SettleHeap();
     const double start = ProcessorSeconds();
     load->result = load->configuration.ParseYaml(PARAM_TYPE_YAML, tree.topLevel, load->apps, {});
     load->seconds = ProcessorSeconds() - start;
