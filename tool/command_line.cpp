@@ -67,7 +67,7 @@ private:
 // The words of CLI11 for a value that is left out are hard to read.
 std::string ReasonOf(const CLI::ParseError& error)
 {
-    const std::string text = error.what();
+    std::string text = error.what(); // not const, so that the return below moves it
     if (error.get_name() == "ArgumentMismatch") {
         return fmt::format("{} needs a value", text.substr(0, text.find(':')));
     }
