@@ -67,6 +67,21 @@ TEST_F(DependencyLookupTest, ANameIsFoundByItsPatternOrByTheBeginningOfIt)
     EXPECT_EQ(Lines({{LOG_ERR, "ParseAndDepend StrToUint32: dynamic para invalid, <1-3>", {}}}), log_.Take());
 }
 
+TEST_F(DependencyLookupTest, AConstTableFindsTheSameEntry)
+{
+    front_.SetApplicationDependsMap({{"app_<1-3>", {"x"}}, {"web", {}}, {"log", {}}, {"net", {}}});
+    const ParseAndDepend& constFront = front_;
+
+    for (const char* name : {"app_2", "web_server", "log", "network", "app_4", "we"}) {
+        SCOPED_TRACE(name);
+        EXPECT_TRUE(constFront.GetAppFromDependsMap(name) == front_.GetAppFromDependsMap(name));
+    }
+
+    EXPECT_EQ("app_<1-3>", constFront.GetAppFromDependsMap("app_2")->first);
+    EXPECT_TRUE(constFront.GetAppFromDependsMap("app_4") == Table().end());
+    EXPECT_EQ(Lines(), log_.Take());
+}
+
 TEST_F(DependencyLookupTest, ANameOfAnImpossibleLengthIsLoggedForEachKey)
 {
     front_.SetApplicationDependsMap({{"abc", {}}, {"xyz", {}}});

@@ -250,4 +250,21 @@ TEST_F(MappingsTest, APairWithoutItsNodesEndsTheListAndKeepsWhatCameBefore)
     }
 }
 
+// Its node still says "mapping", and what the node points at is in other hands.
+TEST_F(MappingsTest, AMappingThatWasMovedFromHasNoEntries)
+{
+    KvsTypeYaml root = Load("{a: 1, b: 2}");
+    const KvsTypeYaml owner = std::move(root);
+    KvsTypeYaml sub = Marked();
+    std::vector<KvsTypeYaml> entries = {Marked()};
+
+    EXPECT_FALSE(root.GetSubKvs("a", sub));
+    EXPECT_FALSE(root.GetArray(entries));
+
+    ExpectMarked(sub);
+    EXPECT_EQ(PairsOf(entries), Pairs({{"marked", "untouched"}}));
+    EXPECT_EQ(At(owner, "a").GetString(), "1");
+    EXPECT_EQ(log_.Take(), Lines());
+}
+
 } // namespace
