@@ -1,0 +1,7 @@
+#include "tool/check_dependencies.h"
+
+namespace tool {
+
+void CheckDependencies(const Configuration& /*configuration*/, Findings& /*findings*/) {}
+
+} // namespace tool

@@ -1,0 +1,51 @@
+#ifndef STARTPLAN_TOOL_FINDING_H
+#define STARTPLAN_TOOL_FINDING_H
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "tool/rule.h"
+#include "tool/source_tree.h"
+
+namespace tool {
+
+// A related place: "first defined here".
+struct Place {
+    Position position;
+    std::string text;
+};
+
+// What one rule found at one place. Every text is printable (see printable.h): names and values from files
+// have been through Printable() when they come here. Paths in positions have not.
+struct Finding {
+    const Rule* rule = nullptr;
+    Position position;
+    std::size_t length = 0;    // of the marked text in characters; 0 for unknown
+    std::size_t visit = kNone; // whose chain of files is shown; kNone for none
+    std::string message;       // lower case start, no full stop, the offending text in quotes
+    std::string effect;        // what the device does: a plain sentence
+    std::string help;          // how to mend it: an imperative
+    std::vector<Place> related;
+};
+
+// What is found, in any order and as often as it is seen.
+class Findings {
+public:
+    void Add(Finding finding) { findings_.push_back(std::move(finding)); }
+
+    // By file, line, column, rule and message; the same finding once, since a file that is named twice is
+    // looked at twice. Leaves nothing behind.
+    std::vector<Finding> TakeSorted();
+
+private:
+    std::vector<Finding> findings_;
+};
+
+// How many characters a use takes where it is written, as far as that can be told without the file: the
+// text of a plain scalar of one line, 0 for everything else.
+std::size_t LengthOf(const SourceFile& file, const NodeUse& use);
+
+} // namespace tool
+
+#endif

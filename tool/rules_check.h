@@ -1,0 +1,17 @@
+#ifndef STARTPLAN_TOOL_RULES_CHECK_H
+#define STARTPLAN_TOOL_RULES_CHECK_H
+
+#include <vector>
+
+#include "tool/rule.h"
+
+namespace tool {
+
+extern const Rule kRefusedInput;
+
+// About the check itself.
+std::vector<const Rule*> CheckRules();
+
+} // namespace tool
+
+#endif

@@ -1,0 +1,10 @@
+#include "tool/check_patterns.h"
+
+namespace tool {
+
+std::vector<const Rule*> PatternRules()
+{
+    return {};
+}
+
+} // namespace tool
