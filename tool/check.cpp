@@ -1,5 +1,7 @@
 #include "tool/check.h"
 
+#include <algorithm>
+
 #include "tool/check_dependencies.h"
 #include "tool/check_entries.h"
 #include "tool/check_patterns.h"
@@ -21,6 +23,13 @@ void AddRefusals(const Configuration& configuration, Findings& findings)
 }
 
 } // namespace
+
+std::size_t CheckResult::Count(Level level) const
+{
+    return static_cast<std::size_t>(
+        std::count_if(findings.begin(), findings.end(),
+                      [level](const Finding& finding) { return finding.level == level; }));
+}
 
 std::vector<Finding> Check(const Configuration& configuration, const std::vector<RequestToCheck>& requests)
 {

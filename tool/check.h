@@ -1,6 +1,7 @@
 #ifndef STARTPLAN_TOOL_CHECK_H
 #define STARTPLAN_TOOL_CHECK_H
 
+#include <cstddef>
 #include <vector>
 
 #include "tool/check_requests.h"
@@ -8,6 +9,15 @@
 #include "tool/finding.h"
 
 namespace tool {
+
+// What the printers are given.
+struct CheckResult {
+    const Configuration& configuration;
+    std::vector<Finding> findings; // sorted, each with its level
+    std::size_t ignored = 0;       // how many more there are that comments or the baseline hide
+
+    std::size_t Count(Level level) const;
+};
 
 // Everything that all rules find, sorted; of input that was refused nothing but that.
 std::vector<Finding> Check(const Configuration& configuration, const std::vector<RequestToCheck>& requests);

@@ -1,7 +1,3 @@
-#include <algorithm>
-
-#include <fmt/format.h>
-
 #include "tool/check.h"
 #include "tool/command.h"
 #include "tool/finding_text.h"
@@ -19,17 +15,15 @@ public:
         RefuseWords(words);
         const Configuration configuration = LoadConfiguration(RequestFor(session.Options(), top));
         session.Show(configuration.lines);
-        const std::vector<Finding> findings = Check(configuration, {});
-        for (const Finding& finding : findings) {
-            session.Print(FindingText(session, configuration, finding));
+        CheckResult result{configuration, Check(configuration, {})};
+        for (Finding& finding : result.findings) {
+            finding.level = finding.rule->level;
         }
+        PrintFindingsAsText(session, result);
         if (!configuration.WasRead()) {
             return EXIT_FAILED;
         }
-        const bool isBad = std::any_of(findings.begin(), findings.end(), [](const Finding& finding) {
-            return finding.rule->level >= Level::WARNING;
-        });
-        return isBad ? EXIT_FINDINGS : EXIT_DONE;
+        return result.Count(Level::ERROR) + result.Count(Level::WARNING) == 0 ? EXIT_DONE : EXIT_FINDINGS;
     }
 };
 

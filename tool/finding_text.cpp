@@ -1,10 +1,15 @@
 #include "tool/finding_text.h"
 
 #include <algorithm>
+#include <array>
+#include <string_view>
+#include <unordered_map>
 
 #include <fmt/format.h>
 
+#include "tool/excerpt.h"
 #include "tool/printable.h"
+#include "tool/result_names.h"
 
 namespace tool {
 
@@ -18,60 +23,120 @@ Color ColorOf(Level level)
     return level == Level::WARNING ? Color::YELLOW : Color::GREEN;
 }
 
-const SourceFile* FileAt(const Configuration& configuration, const std::string& path)
-{
-    for (const SourceFile& file : configuration.tree.Files()) {
-        if (file.Path() == path) {
-            return &file;
+class TextPrinter {
+public:
+    TextPrinter(Session& session, const CheckResult& result) : session_(session), result_(result)
+    {
+        for (const SourceFile& file : result.configuration.tree.Files()) {
+            files_[file.Path()] = &file;
+        }
+        if (result.configuration.replaceSource) {
+            files_.emplace(result.configuration.replaceSource->Path(), &*result.configuration.replaceSource);
         }
     }
-    const auto& replace = configuration.replaceSource;
-    return replace && replace->Path() == path ? &*replace : nullptr;
-}
 
-// The line with a mark below the finding's place.
-std::string Excerpt(const Session& session, const Configuration& configuration, const Finding& finding)
-{
-    const SourceFile* file = FileAt(configuration, finding.position.file);
-    const Mark mark = finding.position.mark;
-    if (file == nullptr || mark.line == 0) {
-        return "";
+    void Print()
+    {
+        for (const Finding& finding : result_.findings) {
+            PrintFinding(finding);
+            session_.Print("\n");
+        }
+        if (!session_.Options().isQuiet) {
+            session_.Print(Summary());
+        }
     }
-    const std::string_view line = file->Line(mark.line);
-    std::size_t bytes = 0;
-    for (std::uint32_t column = 1; column < mark.column && bytes < line.size(); ++column) {
-        do {
-            ++bytes;
-        } while (bytes < line.size() && (static_cast<unsigned char>(line[bytes]) & 0xC0U) == 0x80U);
+
+private:
+    void PrintFinding(const Finding& finding)
+    {
+        session_.Print(fmt::format("{}: {}: {} {}\n",
+                                   session_.In(Color::BOLD, Printable(ToText(finding.position))),
+                                   session_.In(ColorOf(finding.level), LevelName(finding.level)),
+                                   session_.In(Color::BOLD, finding.message),
+                                   session_.In(Color::DIM, fmt::format("[{}]", finding.rule->id))));
+        PrintExcerpt(finding);
+        const SourceTree& tree = result_.configuration.tree;
+        if (finding.visit != kNone && tree.Visits()[finding.visit].parent != kNone) {
+            PrintLabelled("files:  ", Printable(tree.ChainTo(finding.visit)));
+        }
+        PrintLabelled("effect: ", finding.effect);
+        PrintLabelled("help:   ", finding.help);
+        for (const Place& place : finding.related) {
+            session_.Print(fmt::format("  {}: {}\n", Printable(ToText(place.position)), place.text));
+        }
     }
-    const std::size_t before = Width(Printable(line.substr(0, bytes)));
-    const std::string tail(finding.length > 1 ? finding.length - 1 : 0, '~');
-    return fmt::format("{:>5} | {}\n      | {}{}\n", mark.line, Printable(line), std::string(before, ' '),
-                       session.In(ColorOf(finding.rule->level), "^" + tail));
-}
+
+    void PrintExcerpt(const Finding& finding)
+    {
+        const auto file = files_.find(finding.position.file);
+        if (file == files_.end() || finding.position.mark.line == 0) {
+            return;
+        }
+        const std::string number = fmt::format("{:>5} | ", finding.position.mark.line);
+        const std::size_t width = session_.Width() > number.size() ? session_.Width() - number.size() : 0;
+        const Excerpt excerpt = MakeExcerpt(file->second->Line(finding.position.mark.line),
+                                            finding.position.mark.column, finding.length, width);
+        session_.Print(fmt::format("{}{}\n{:>5} | {}{}\n", number, excerpt.line, "",
+                                   std::string(excerpt.indent, ' '),
+                                   session_.In(ColorOf(finding.level), excerpt.mark)));
+    }
+
+    // Wrapped behind its label where the terminal is too narrow for one line.
+    void PrintLabelled(std::string_view label, const std::string& text)
+    {
+        if (text.empty()) {
+            return;
+        }
+        const std::size_t indent = label.size() + 2;
+        const std::vector<std::string> lines =
+            WrapWords(text, session_.Width() > indent ? session_.Width() - indent : 0);
+        session_.Print(fmt::format("  {}{}\n", session_.In(Color::BOLD, label), lines.front()));
+        for (std::size_t i = 1; i < lines.size(); ++i) {
+            session_.Print(fmt::format("{}{}\n", std::string(indent, ' '), lines[i]));
+        }
+    }
+
+    // "2 errors, 1 warning; 12 applications from 3 files; result ..."
+    std::string Summary() const
+    {
+        const Configuration& configuration = result_.configuration;
+        std::string text;
+        const auto count = [&text](std::size_t number, const char* one, const char* many) {
+            if (number != 0) {
+                text += fmt::format("{}{} {}", text.empty() ? "" : ", ", number, number == 1 ? one : many);
+            }
+        };
+        count(result_.Count(Level::ERROR), "error", "errors");
+        count(result_.Count(Level::WARNING), "warning", "warnings");
+        count(result_.Count(Level::NOTE), "note", "notes");
+        if (text.empty()) {
+            text = "nothing found";
+        }
+        if (result_.ignored != 0) {
+            text += fmt::format(" ({} ignored)", result_.ignored);
+        }
+        if (!configuration.WasRead()) {
+            return text + "; the library was not called\n";
+        }
+        text += fmt::format("; {} {} from {} {}", configuration.apps.size(),
+                            configuration.apps.size() == 1 ? "application" : "applications",
+                            configuration.FilesRead(), configuration.FilesRead() == 1 ? "file" : "files");
+        if (configuration.result != 0) {
+            text += fmt::format("; result {}", ResultText(configuration.result));
+        }
+        return text + "\n";
+    }
+
+    Session& session_;
+    const CheckResult& result_;
+    std::unordered_map<std::string, const SourceFile*> files_;
+};
 
 } // namespace
 
-std::string FindingText(const Session& session, const Configuration& configuration, const Finding& finding)
+void PrintFindingsAsText(Session& session, const CheckResult& result)
 {
-    const Level level = finding.rule->level;
-    std::string text =
-        fmt::format("{}: {}: {} [{}]\n", session.In(Color::BOLD, Printable(ToText(finding.position))),
-                    session.In(ColorOf(level), LevelName(level)), finding.message, finding.rule->id);
-    text += Excerpt(session, configuration, finding);
-    if (finding.visit != kNone && configuration.tree.Visits()[finding.visit].parent != kNone) {
-        text += fmt::format("  files:  {}\n", Printable(configuration.tree.ChainTo(finding.visit)));
-    }
-    if (!finding.effect.empty()) {
-        text += fmt::format("  effect: {}\n", finding.effect);
-    }
-    if (!finding.help.empty()) {
-        text += fmt::format("  help:   {}\n", finding.help);
-    }
-    for (const Place& place : finding.related) {
-        text += fmt::format("  {}: {}\n", Printable(ToText(place.position)), place.text);
-    }
-    return text;
+    TextPrinter(session, result).Print();
 }
 
 } // namespace tool

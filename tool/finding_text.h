@@ -3,14 +3,14 @@
 
 #include <string>
 
-#include "tool/configuration.h"
-#include "tool/finding.h"
+#include "tool/check.h"
 #include "tool/session.h"
 
 namespace tool {
 
-// A finding for people: where, what, the line with a caret, the chain of files, effect, help, related places.
-std::string FindingText(const Session& session, const Configuration& configuration, const Finding& finding);
+// Shows all findings to people: where, what, the line with a mark below it, the chain of files, effect, help
+// and related places; a summary line unless with -q.
+void PrintFindingsAsText(Session& session, const CheckResult& result);
 
 } // namespace tool
 

@@ -70,6 +70,8 @@ public:
     // Where a second document begins, which the library never looks at.
     std::optional<Mark> ExtraDocument() const { return extraDocument_; }
     std::size_t Bytes() const { return bytes_.size(); }
+    // All that is in the file, as far as it was read.
+    std::string_view Content() const { return bytes_; }
 
     // @pre for the rest: IsLoaded().
     NodeUse Root() const { return root_; }
