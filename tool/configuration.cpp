@@ -28,7 +28,8 @@ bool LoadReplaceData(Configuration& configuration, LogCollector& log)
     configuration.replaceSource = SourceFile::Read(path);
     const SourceFile& source = *configuration.replaceSource;
     if (source.State() == FileState::REFUSED) {
-        configuration.refusals.push_back({{path, source.ErrorMark()}, "the file " + source.Error(), kNone});
+        configuration.refusals.push_back(
+            {{path, source.ErrorMark()}, "the file " + source.Error(), kNone, RefusalKind::FILE});
         return false;
     }
     configuration.replaceResult =

@@ -6,31 +6,10 @@
 
 namespace tool {
 
-namespace {
-
-bool IsContinuation(char c)
-{
-    return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U;
-}
-
-// The byte at which so many characters have passed, or the end.
-std::size_t ByteOf(std::string_view text, std::size_t characters)
-{
-    std::size_t at = 0;
-    for (; characters > 0 && at < text.size(); --characters) {
-        do {
-            ++at;
-        } while (at < text.size() && IsContinuation(text[at]));
-    }
-    return at;
-}
-
-} // namespace
-
 Excerpt MakeExcerpt(std::string_view line, std::uint32_t column, std::size_t length, std::size_t width)
 {
-    const std::size_t begin = ByteOf(line, column == 0 ? 0 : column - 1);
-    const std::size_t end = begin + ByteOf(line.substr(begin), length);
+    const std::size_t begin = ByteOfCharacter(line, column == 0 ? 0 : column - 1);
+    const std::size_t end = begin + ByteOfCharacter(line.substr(begin), length);
     // Tabs and other control characters take more columns when they are made visible.
     Excerpt excerpt{Printable(line), Width(Printable(line.substr(0, begin))), "^"};
     std::size_t marked = std::max<std::size_t>(1, Width(Printable(line.substr(begin, end - begin))));
@@ -39,8 +18,9 @@ Excerpt MakeExcerpt(std::string_view line, std::uint32_t column, std::size_t len
         marked = std::min(marked, width);
         const std::size_t last = excerpt.indent + marked;
         const std::size_t cut = last > width ? std::min(excerpt.indent, last - width) : 0;
-        const std::size_t from = ByteOf(excerpt.line, cut);
-        excerpt.line = excerpt.line.substr(from, ByteOf(std::string_view(excerpt.line).substr(from), width));
+        const std::size_t from = ByteOfCharacter(excerpt.line, cut);
+        excerpt.line =
+            excerpt.line.substr(from, ByteOfCharacter(std::string_view(excerpt.line).substr(from), width));
         excerpt.indent -= cut;
     }
     excerpt.mark.append(marked - 1, '~');

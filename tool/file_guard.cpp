@@ -3,6 +3,8 @@
 #include <fmt/format.h>
 #include <sys/stat.h>
 
+#include "tool/placeholders.h"
+
 namespace tool {
 
 std::optional<std::string> RefuseFile(const std::string& path)
@@ -32,21 +34,10 @@ std::optional<std::size_t> FindEndlessPlaceholder(const std::string& path,
     if (replaceData.empty()) {
         return std::nullopt;
     }
-    std::size_t open = path.find("${");
-    while (open != std::string::npos) {
-        const std::size_t close = path.find('}', open);
-        if (close == std::string::npos) {
-            return std::nullopt;
+    for (const Placeholder& one : PlaceholdersIn(path, replaceData)) {
+        if (one.isClosed && !one.isKnown && one.name.empty()) {
+            return one.begin;
         }
-        const std::string name = path.substr(open + 2, close - open - 2);
-        if (replaceData.count(name) != 0) {
-            open = path.find("${", close + 1);
-            continue;
-        }
-        if (name.empty()) {
-            return open;
-        }
-        open = path.find("${", open + name.size());
     }
     return std::nullopt;
 }

@@ -1,6 +1,7 @@
 #include "tool/finding.h"
 
 #include <algorithm>
+#include <optional>
 #include <string_view>
 #include <tuple>
 #include <utility>
@@ -18,6 +19,23 @@ auto KeyOf(const Finding& finding)
                            std::string_view(finding.rule->id), std::string_view(finding.message));
 }
 
+// The length of the quotation mark before a scalar that is written exactly as its text, in one line.
+std::optional<std::size_t> QuoteOf(const SourceFile& file, const NodeUse& use)
+{
+    if (use.isAlias || file.Kind(use) != NodeKind::SCALAR) {
+        return std::nullopt;
+    }
+    const std::string_view text = file.Text(use);
+    std::string_view written = file.LineFrom(use.mark);
+    const std::size_t quote = file.Node(use).isPlain ? 0 : 1;
+    if (written.size() < text.size() + 2 * quote || written.substr(quote, text.size()) != text) {
+        return std::nullopt;
+    }
+    const bool isQuoted = quote == 0 || ((written.front() == '"' || written.front() == '\'') &&
+                                         written[quote + text.size()] == written.front());
+    return isQuoted ? std::optional<std::size_t>(quote) : std::nullopt;
+}
+
 } // namespace
 
 std::vector<Finding> Findings::TakeSorted()
@@ -32,13 +50,18 @@ std::vector<Finding> Findings::TakeSorted()
 
 std::size_t LengthOf(const SourceFile& file, const NodeUse& use)
 {
-    const SourceNode& node = file.Node(use);
-    const std::string_view text = file.Text(use);
-    if (use.isAlias || !node.isPlain || node.kind != NodeKind::SCALAR ||
-        text.find('\n') != std::string_view::npos) {
-        return 0;
+    const auto quote = QuoteOf(file, use);
+    return quote ? Width(file.Text(use)) + 2 * *quote : 0;
+}
+
+Mark MarkInside(const SourceFile& file, const NodeUse& use, std::size_t byte)
+{
+    const auto quote = QuoteOf(file, use);
+    Mark mark = use.mark;
+    if (quote) {
+        mark.column += static_cast<std::uint32_t>(*quote + Width(file.Text(use).substr(0, byte)));
     }
-    return Width(text);
+    return mark;
 }
 
 } // namespace tool

@@ -43,9 +43,12 @@ private:
     std::vector<Finding> findings_;
 };
 
-// How many characters a use takes where it is written, as far as that can be told without the file: the
-// text of a plain scalar of one line, 0 for everything else.
+// How many characters a scalar takes where it is written, quotes included; 0 if it is written in more than one
+// line, with escapes or as an alias.
 std::size_t LengthOf(const SourceFile& file, const NodeUse& use);
+
+// Where one byte of a scalar's text is written; the scalar's own mark if that cannot be told.
+Mark MarkInside(const SourceFile& file, const NodeUse& use, std::size_t byte);
 
 } // namespace tool
 

@@ -15,6 +15,9 @@ namespace tool {
 
 namespace {
 
+// A longer line is no help to anyone's eyes.
+constexpr std::size_t kLongestExcerpt = 1000;
+
 Color ColorOf(Level level)
 {
     if (level == Level::ERROR) {
@@ -70,6 +73,10 @@ private:
     {
         const auto file = files_.find(finding.position.file);
         if (file == files_.end() || finding.position.mark.line == 0) {
+            return;
+        }
+        const std::string_view line = file->second->Line(finding.position.mark.line);
+        if (line.size() > kLongestExcerpt) {
             return;
         }
         const std::string number = fmt::format("{:>5} | ", finding.position.mark.line);

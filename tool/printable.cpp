@@ -76,6 +76,17 @@ std::size_t Width(std::string_view text)
     return width;
 }
 
+std::size_t ByteOfCharacter(std::string_view text, std::size_t characters)
+{
+    std::size_t at = 0;
+    for (; characters > 0 && at < text.size(); --characters) {
+        do {
+            ++at;
+        } while (at < text.size() && IsContinuation(text[at]));
+    }
+    return at;
+}
+
 std::string CutFront(const std::string& text, std::size_t width)
 {
     std::size_t have = Width(text);

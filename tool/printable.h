@@ -14,6 +14,9 @@ std::string Printable(std::string_view text);
 // How many columns a printable text takes: one for each character.
 std::size_t Width(std::string_view text);
 
+// The byte at which so many characters have passed, or the text's end.
+std::size_t ByteOfCharacter(std::string_view text, std::size_t characters);
+
 // The text cut to `width` columns, its beginning replaced by "…": the end of a path tells more.
 std::string CutFront(const std::string& text, std::size_t width);
 

@@ -1,8 +1,15 @@
 #include "tool/source_file.h"
 
+#include "tool/printable.h"
 #include "tool/source_file_reader.h"
 
 namespace tool {
+
+namespace {
+
+constexpr std::uint32_t kFarRight = 1000;
+
+} // namespace
 
 SourceFile SourceFile::Read(const std::string& path)
 {
@@ -75,6 +82,15 @@ std::string_view SourceFile::Line(std::uint32_t number) const
         line.remove_suffix(1);
     }
     return line;
+}
+
+std::string_view SourceFile::LineFrom(const Mark& mark) const
+{
+    if (mark.column == 0 || mark.column > kFarRight) {
+        return {};
+    }
+    const std::string_view line = Line(mark.line);
+    return line.substr(ByteOfCharacter(line, mark.column - 1));
 }
 
 } // namespace tool

@@ -90,6 +90,9 @@ public:
 
     // One line of the file without its end, counted from 1; empty beyond the last.
     std::string_view Line(std::uint32_t number) const;
+    // The rest of the mark's line from there on; empty for a column far to the right, where counting
+    // characters for each of many marks would take too long.
+    std::string_view LineFrom(const Mark& mark) const;
 
 private:
     friend class SourceFileReader;

@@ -77,11 +77,10 @@ void SourceTreeWalk::WalkLists(std::size_t visit)
 void SourceTreeWalk::VisitStartupFile(Visit startup)
 {
     if (FindEndlessPlaceholder(startup.path, replaceData_)) {
-        const std::size_t parent = startup.parent;
-        Refuse(tree_.PositionOf(parent, startup.item),
-               "\"${}\" in this path: the library would try to replace it for ever and the device would not "
-               "boot",
-               parent);
+        tree_.refusals_.push_back({tree_.PositionOf(startup.parent, startup.item),
+                                   "\"${}\" in this path: the library would try to replace it for ever and "
+                                   "the device would not boot",
+                                   startup.parent, RefusalKind::EMPTY_PLACEHOLDER});
         return;
     }
     parser_.ReplaceByMatchDataInPath(startup.path, replaceData_);
@@ -134,7 +133,7 @@ std::size_t SourceTreeWalk::FileAt(const std::string& path)
 
 void SourceTreeWalk::Refuse(Position position, std::string reason, std::size_t visit)
 {
-    tree_.refusals_.push_back({std::move(position), std::move(reason), visit});
+    tree_.refusals_.push_back({std::move(position), std::move(reason), visit, RefusalKind::FILE});
 }
 
 // At the mark in the file, or, for the file as a whole, where it is named.

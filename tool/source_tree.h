@@ -2,6 +2,7 @@
 #define STARTPLAN_TOOL_SOURCE_TREE_H
 
 #include <cstddef>
+#include <cstdint>
 #include <deque>
 #include <map>
 #include <string>
@@ -41,11 +42,14 @@ struct SourceEntry {
     NodeUse value;
 };
 
+enum class RefusalKind : std::uint8_t { FILE, EMPTY_PLACEHOLDER };
+
 // Something that must not reach the library.
 struct Refusal {
     Position position;
     std::string reason;
     std::size_t visit = kNone; // the visit whose file is refused, or which holds the refused item
+    RefusalKind kind = RefusalKind::FILE;
 };
 
 // The files that the library reads below a top-level file, with the place of everything in them, in the
