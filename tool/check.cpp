@@ -9,16 +9,38 @@
 #include "tool/check_values.h"
 #include "tool/printable.h"
 #include "tool/rules_check.h"
+#include "tool/rules_tree.h"
 
 namespace tool {
 
 namespace {
 
+Finding FindingOf(const Refusal& refusal)
+{
+    if (refusal.kind == RefusalKind::EMPTY_PLACEHOLDER) {
+        return {&kEmptyPlaceholder,
+                refusal.position,
+                0,
+                refusal.visit,
+                "\"${}\" has no name",
+                "the library tries to replace it for ever: the device hangs while it reads its configuration",
+                "write the placeholder's name between the braces",
+                {}};
+    }
+    return {&kRefusedInput,
+            refusal.position,
+            0,
+            refusal.visit,
+            Printable(refusal.reason),
+            "reading it would take the library hours or all memory, so this command does not let it",
+            "take this out, or make it smaller",
+            {}};
+}
+
 void AddRefusals(const Configuration& configuration, Findings& findings)
 {
     for (const Refusal& refusal : configuration.refusals) {
-        findings.Add(
-            {&kRefusedInput, refusal.position, 0, refusal.visit, Printable(refusal.reason), "", "", {}});
+        findings.Add(FindingOf(refusal));
     }
 }
 

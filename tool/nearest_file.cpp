@@ -1,0 +1,73 @@
+#include "tool/nearest_file.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <filesystem>
+#include <system_error>
+#include <vector>
+
+#include <fmt/format.h>
+
+#include "tool/printable.h"
+#include "tool/suggest.h"
+
+namespace tool {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// A folder with more names is not searched.
+constexpr std::size_t kMostNames = 10'000;
+
+std::vector<std::string> NamesIn(const fs::path& folder)
+{
+    std::vector<std::string> names;
+    std::error_code error;
+    fs::directory_iterator at(folder.empty() ? "." : folder, error);
+    for (; !error && at != fs::directory_iterator() && names.size() < kMostNames; at.increment(error)) {
+        names.push_back(at->path().filename().string());
+    }
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+bool Exists(const fs::path& path)
+{
+    std::error_code error;
+    return fs::exists(path, error);
+}
+
+} // namespace
+
+std::string HelpForMissingFile(const std::string& path)
+{
+    if (path.empty()) {
+        return "write a path, or take the item out";
+    }
+    fs::path mended;
+    fs::path missing; // the first part of the path that is not there
+    for (const fs::path& name : fs::path(path)) {
+        if (Exists(mended / name)) {
+            mended /= name;
+            continue;
+        }
+        missing = missing.empty() ? mended / name : missing;
+        const std::string nearest = Nearest(name.string(), NamesIn(mended));
+        if (nearest.empty()) {
+            return missing == fs::path(path)
+                       ? "correct the path, or add the file"
+                       : fmt::format("there is no \"{}\"; correct the path", Printable(missing.string()));
+        }
+        mended /= nearest;
+    }
+    return fmt::format("did you mean \"{}\"?", Printable(mended.string()));
+}
+
+std::string HelpForFolder(const std::string& path)
+{
+    const fs::path top = fs::path(path) / "top.yaml";
+    return Exists(top) ? fmt::format("did you mean \"{}\"?", Printable(top.string())) : "name a file in it";
+}
+
+} // namespace tool

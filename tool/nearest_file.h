@@ -1,0 +1,17 @@
+#ifndef STARTPLAN_TOOL_NEAREST_FILE_H
+#define STARTPLAN_TOOL_NEAREST_FILE_H
+
+#include <string>
+
+namespace tool {
+
+// How to mend a path that names nothing: the file with the nearest name, or the part of the path that is not
+// there. Printable.
+std::string HelpForMissingFile(const std::string& path);
+
+// The same for a path that names a folder.
+std::string HelpForFolder(const std::string& path);
+
+} // namespace tool
+
+#endif
