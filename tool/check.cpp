@@ -7,6 +7,7 @@
 #include "tool/check_patterns.h"
 #include "tool/check_tree.h"
 #include "tool/check_values.h"
+#include "tool/ignore_comments.h"
 #include "tool/printable.h"
 #include "tool/rules_check.h"
 #include "tool/rules_tree.h"
@@ -53,12 +54,16 @@ std::size_t CheckResult::Count(Level level) const
                       [level](const Finding& finding) { return finding.level == level; }));
 }
 
-std::vector<Finding> Check(const Configuration& configuration, const std::vector<RequestToCheck>& requests)
+CheckResult Check(const Configuration& configuration, const std::vector<RequestToCheck>& requests,
+                  const RuleLevels& levels)
 {
+    CheckResult result{configuration, {}};
     Findings findings;
     if (!configuration.WasRead()) {
         AddRefusals(configuration, findings);
-        return findings.TakeSorted();
+        result.findings = findings.TakeSorted();
+        RuleLevels().Apply(result.findings);
+        return result;
     }
     CheckTree(configuration, findings);
     CheckEntries(configuration, findings);
@@ -66,7 +71,12 @@ std::vector<Finding> Check(const Configuration& configuration, const std::vector
     CheckDependencies(configuration, findings);
     CheckPatterns(configuration, findings);
     CheckRequests(configuration, requests, findings);
-    return findings.TakeSorted();
+    result.findings = findings.TakeSorted();
+    levels.Apply(result.findings);
+    result.ignored = HideIgnored(configuration, levels, result.findings);
+    levels.Apply(result.findings);
+    SortFindings(result.findings);
+    return result;
 }
 
 } // namespace tool

@@ -7,6 +7,7 @@
 #include "tool/check_requests.h"
 #include "tool/configuration.h"
 #include "tool/finding.h"
+#include "tool/rule_levels.h"
 
 namespace tool {
 
@@ -19,8 +20,10 @@ struct CheckResult {
     std::size_t Count(Level level) const;
 };
 
-// Everything that all rules find, sorted; of input that was refused nothing but that.
-std::vector<Finding> Check(const Configuration& configuration, const std::vector<RequestToCheck>& requests);
+// Everything that all rules find, sorted and with its level, without what comments hide; of input that was
+// refused nothing but that, whatever the levels say.
+CheckResult Check(const Configuration& configuration, const std::vector<RequestToCheck>& requests,
+                  const RuleLevels& levels);
 
 } // namespace tool
 

@@ -165,7 +165,7 @@ void PathCheck::AddRefused(const Visit& visit)
 {
     const std::string& path = visit.path;
     const std::string text = TextOf(visit);
-    const std::string becomes = path == text ? "" : fmt::format(", which \"{}\" becomes,", Printable(text));
+    const std::string becomes = path == text ? "" : fmt::format(" (written \"{}\")", Printable(text));
     Finding finding = At(visit, kPathRefused);
     if (path.find("..") != std::string::npos) {
         finding.message = fmt::format("the path \"{}\"{} contains \"..\"", Printable(path), becomes);

@@ -41,11 +41,16 @@ std::optional<std::size_t> QuoteOf(const SourceFile& file, const NodeUse& use)
 std::vector<Finding> Findings::TakeSorted()
 {
     std::vector<Finding> sorted = std::exchange(findings_, {});
-    std::stable_sort(sorted.begin(), sorted.end(),
+    SortFindings(sorted);
+    return sorted;
+}
+
+void SortFindings(std::vector<Finding>& findings)
+{
+    std::stable_sort(findings.begin(), findings.end(),
                      [](const Finding& a, const Finding& b) { return KeyOf(a) < KeyOf(b); });
     const auto isSame = [](const Finding& a, const Finding& b) { return KeyOf(a) == KeyOf(b); };
-    sorted.erase(std::unique(sorted.begin(), sorted.end(), isSame), sorted.end());
-    return sorted;
+    findings.erase(std::unique(findings.begin(), findings.end(), isSame), findings.end());
 }
 
 std::size_t LengthOf(const SourceFile& file, const NodeUse& use)

@@ -35,13 +35,16 @@ class Findings {
 public:
     void Add(Finding finding) { findings_.push_back(std::move(finding)); }
 
-    // By file, line, column, rule and message; the same finding once, since a file that is named twice is
-    // looked at twice. Leaves nothing behind.
+    // As SortFindings() leaves them. Leaves nothing behind.
     std::vector<Finding> TakeSorted();
 
 private:
     std::vector<Finding> findings_;
 };
+
+// By file, line, column, rule and message. The same finding once, since a file that is named twice is looked at
+// twice.
+void SortFindings(std::vector<Finding>& findings);
 
 // How many characters a scalar takes where it is written, quotes included; 0 if it is written in more than one
 // line, with escapes or as an alias.

@@ -8,6 +8,7 @@
 namespace tool {
 
 extern const Rule kRefusedInput;
+extern const Rule kUnusedIgnore;
 
 // About the check itself.
 std::vector<const Rule*> CheckRules();

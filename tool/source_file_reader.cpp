@@ -9,6 +9,7 @@
 #include <fmt/format.h>
 
 #include "tool/file_guard.h"
+#include "tool/yaml_owner.h"
 
 namespace tool {
 
@@ -23,23 +24,6 @@ struct CloseFile {
     void operator()(std::FILE* file) const { std::fclose(file); }
 };
 
-struct EventOwner {
-    EventOwner() = default;
-    EventOwner(const EventOwner&) = delete;
-    EventOwner& operator=(const EventOwner&) = delete;
-    ~EventOwner() { yaml_event_delete(&event); }
-    yaml_event_t event = {};
-};
-
-struct ParserOwner {
-    ParserOwner() { isGood = yaml_parser_initialize(&parser) == 1; }
-    ParserOwner(const ParserOwner&) = delete;
-    ParserOwner& operator=(const ParserOwner&) = delete;
-    ~ParserOwner() { yaml_parser_delete(&parser); }
-    yaml_parser_t parser = {};
-    bool isGood = false;
-};
-
 } // namespace
 
 void SourceFileReader::Read()
@@ -51,10 +35,7 @@ void SourceFileReader::Read()
     if (!ReadBytes()) {
         return;
     }
-    ParserOwner owner;
-    if (!owner.isGood) {
-        throw std::bad_alloc();
-    }
+    YamlParserOwner owner;
     yaml_parser_set_input_string(&owner.parser, reinterpret_cast<const unsigned char*>(file_.bytes_.data()),
                                  file_.bytes_.size());
     file_.nodes_.reserve(file_.bytes_.size() / 16);
@@ -96,7 +77,7 @@ void SourceFileReader::ReadDocument(yaml_parser_t& parser)
 {
     file_.state_ = FileState::LOADED;
     for (bool goesOn = true; goesOn;) {
-        EventOwner owner;
+        YamlEventOwner owner;
         if (yaml_parser_parse(&parser, &owner.event) == 0) {
             StopAtParserError(parser);
             return;
@@ -148,7 +129,7 @@ bool SourceFileReader::Take(const yaml_event_t& event)
 // An error behind the first document is nobody's concern: the library stops reading here, too.
 void SourceFileReader::LookBehindDocument(yaml_parser_t& parser)
 {
-    EventOwner owner;
+    YamlEventOwner owner;
     if (yaml_parser_parse(&parser, &owner.event) != 0 && owner.event.type == YAML_DOCUMENT_START_EVENT) {
         file_.extraDocument_ = ToMark(owner.event.start_mark);
     }

@@ -1,0 +1,33 @@
+#ifndef STARTPLAN_TOOL_IGNORE_COMMENTS_H
+#define STARTPLAN_TOOL_IGNORE_COMMENTS_H
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "tool/configuration.h"
+#include "tool/finding.h"
+#include "tool/rule_levels.h"
+
+namespace tool {
+
+// One rule of one comment "# startplan: ignore[rule-id, rule-id]".
+struct IgnoreComment {
+    Mark mark;              // where the rule's id stands; the comment's own for one that is not understood
+    std::string rule;       // empty for a comment that is not understood
+    std::size_t length = 0; // of what stands at the mark
+    std::uint32_t line = 0; // whose findings it hides: its own, or the next one that is more than a comment
+};
+
+// Those of a file, in order. What looks like a comment within a text is none.
+std::vector<IgnoreComment> ReadIgnoreComments(const SourceFile& file);
+
+// Takes out what comments hide and tells how much that was. Adds a finding for each comment that hides nothing
+// though its rule is looked for; `findings` are in no particular order then.
+std::size_t HideIgnored(const Configuration& configuration, const RuleLevels& levels,
+                        std::vector<Finding>& findings);
+
+} // namespace tool
+
+#endif
