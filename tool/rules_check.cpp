@@ -7,12 +7,12 @@ const Rule kRefusedInput = {
     RuleGroup::CHECK,
     Level::ERROR,
     "input that the library must not be given",
-    "Some input would keep the library busy for hours or for ever: an endless placeholder \"${}\", a pipe "
-    "or\n"
-    "a device where a file is expected, a very large file, very deep nesting, very many anchors. Such input\n"
-    "is found before the library is called, and the check ends with exit status 2.",
-    "startup_path_list:\n"
-    "  - /etc/app/${}.yaml\n",
+    "Some input would keep the library busy for hours, or take all memory: a pipe or a device where a file "
+    "is\n"
+    "expected, a very large file, very deep nesting, very many anchors. Such input is found before the "
+    "library\n"
+    "is called, nothing else is checked then, and the exit status is 2.",
+    "",
     "The device hangs while it reads its configuration, or runs out of memory.",
     "Take the input out, or make it smaller.",
 };
