@@ -44,7 +44,9 @@ public:
             AddUnknown(name);
         }
         for (const PulledIn& one : plan_.pulledIn) {
-            if (!one.notAwaited.empty()) {
+            if (configuration_.library.GetApplicationDependsMap().count(one.name) == 0) {
+                AddPulledInUnknown(one);
+            } else if (!one.notAwaited.empty()) {
                 AddPulledIn(one);
             }
         }
@@ -128,6 +130,19 @@ private:
         finding.effect = fmt::format("{} is started at once, and what it depends on later or not at all",
                                      Quoted(one.name));
         finding.help = fmt::format("start {} as well, and all that it depends on", Quoted(one.name));
+        findings_.Add(std::move(finding));
+    }
+
+    // Its entry was there when the library looked for missing dependencies, and was dropped then.
+    void AddPulledInUnknown(const PulledIn& one)
+    {
+        Finding finding = At(kUnknownName, one.neededBy.front(), one.name);
+        finding.length = Width(Printable(one.name));
+        finding.message = fmt::format("starting {} pulls in {}, which is not configured",
+                                      Quoted(one.neededBy.front()), Quoted(one.name));
+        finding.effect = fmt::format(
+            "the library hands {} out to be started though nothing is known about it", Quoted(one.name));
+        finding.help = fmt::format("configure {}, or do not depend on it", Quoted(one.name));
         findings_.Add(std::move(finding));
     }
 

@@ -42,13 +42,13 @@ std::string EffectOfUnreadable(const Configuration& configuration, const Visit& 
     return fmt::format("the library skips the file and reports success; {}", LossOf(visit.role));
 }
 
-std::string HelpForUnreadable(const std::string& path, int error)
+std::string HelpForUnreadable(const std::string& path, bool isTop, int error)
 {
     if (error == ENOENT || error == ENOTDIR) {
         return HelpForMissingFile(path);
     }
     if (error == EISDIR) {
-        return HelpForFolder(path);
+        return isTop ? HelpForFolder(path) : "name a file in it";
     }
     return error == EACCES ? "let the process manager's user read the file" : "";
 }
@@ -97,7 +97,7 @@ private:
         finding.rule = isMissingSub ? &kMissingSubStartup : &kUnreadableFile;
         finding.message = fmt::format("\"{}\" cannot be read: {}", Printable(visit.path), file.Error());
         finding.effect = EffectOfUnreadable(configuration_, visit, error);
-        finding.help = HelpForUnreadable(visit.path, error);
+        finding.help = HelpForUnreadable(visit.path, visit.role == FileRole::TOP_LEVEL, error);
         finding.position = {visit.path, {}};
         if (visit.parent != kNone) {
             finding.position = tree_.PositionOf(visit.parent, visit.item);
@@ -160,7 +160,7 @@ private:
                            kNone,
                            fmt::format("\"{}\" cannot be read: {}", Printable(file.Path()), file.Error()),
                            loss,
-                           HelpForUnreadable(file.Path(), file.ErrorNumber()),
+                           HelpForUnreadable(file.Path(), false, file.ErrorNumber()),
                            {}});
             return;
         }

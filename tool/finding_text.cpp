@@ -76,7 +76,7 @@ private:
             return;
         }
         const std::string_view line = file->second->Line(finding.position.mark.line);
-        if (line.size() > kLongestExcerpt) {
+        if (line.size() > kLongestExcerpt || line.find_first_not_of(' ') == std::string_view::npos) {
             return;
         }
         const std::string number = fmt::format("{:>5} | ", finding.position.mark.line);

@@ -15,6 +15,8 @@ namespace {
 
 // The library's limit, at which it gives the whole tree up. A test holds that both agree.
 constexpr std::size_t kMostWalkedFiles = 200;
+// Of a very long chain of namings so many links are shown at either end.
+constexpr std::size_t kChainEnd = 4;
 
 } // namespace
 
@@ -200,6 +202,12 @@ std::string SourceTree::ChainTo(std::size_t visit) const
         links.push_back(fmt::format("{}:{}", visits_[visits_[at].parent].path, visits_[at].item.mark.line));
     }
     std::reverse(links.begin(), links.end());
+    if (links.size() > 2 * kChainEnd + 1) {
+        const std::size_t more = links.size() - 2 * kChainEnd;
+        links[kChainEnd] = fmt::format("… {} more …", more);
+        const auto cut = links.begin() + kChainEnd + 1;
+        links.erase(cut, cut + static_cast<std::ptrdiff_t>(more) - 1);
+    }
     return fmt::format("{}", fmt::join(links, " → "));
 }
 
