@@ -39,16 +39,19 @@ std::string EffectOfUnreadable(const Configuration& configuration, const Visit& 
         return fmt::format("the library gives everything up with {}: the device has no applications",
                            ResultText(PARSE_ERR_NO_PERMISSION));
     }
-    return fmt::format("the library skips the file and reports success; {}", LossOf(visit.role));
+    return fmt::format("the library skips the file {}; {}",
+                       visit.role == FileRole::STARTUP ? "and goes on" : "without a word",
+                       LossOf(visit.role));
 }
 
-std::string HelpForUnreadable(const std::string& path, bool isTop, int error)
+// `namedBy` is empty for a file that stands on the command line.
+std::string HelpForUnreadable(const std::string& path, const std::string& namedBy, int error)
 {
     if (error == ENOENT || error == ENOTDIR) {
-        return HelpForMissingFile(path);
+        return HelpForMissingFile(path, namedBy);
     }
     if (error == EISDIR) {
-        return isTop ? HelpForFolder(path) : "name a file in it";
+        return namedBy.empty() ? HelpForFolder(path) : "name a file in it";
     }
     return error == EACCES ? "let the process manager's user read the file" : "";
 }
@@ -97,7 +100,8 @@ private:
         finding.rule = isMissingSub ? &kMissingSubStartup : &kUnreadableFile;
         finding.message = fmt::format("\"{}\" cannot be read: {}", Printable(visit.path), file.Error());
         finding.effect = EffectOfUnreadable(configuration_, visit, error);
-        finding.help = HelpForUnreadable(visit.path, visit.role == FileRole::TOP_LEVEL, error);
+        finding.help = HelpForUnreadable(
+            visit.path, visit.parent == kNone ? "" : tree_.Visits()[visit.parent].path, error);
         finding.position = {visit.path, {}};
         if (visit.parent != kNone) {
             finding.position = tree_.PositionOf(visit.parent, visit.item);
@@ -160,7 +164,7 @@ private:
                            kNone,
                            fmt::format("\"{}\" cannot be read: {}", Printable(file.Path()), file.Error()),
                            loss,
-                           HelpForUnreadable(file.Path(), false, file.ErrorNumber()),
+                           HelpForUnreadable(file.Path(), "", file.ErrorNumber()),
                            {}});
             return;
         }

@@ -43,6 +43,9 @@ void PrintFindingsAsJson(Session& session, const CheckResult& result)
 {
     const Configuration& configuration = result.configuration;
     Json json = ConfigurationJson("check", configuration);
+    if (!configuration.WasRead()) {
+        json["result"] = nullptr;
+    }
     json["library_called"] = configuration.WasRead();
     json["files_read"] = configuration.FilesRead();
     json["files_not_read"] = configuration.FilesSkipped();

@@ -7,7 +7,7 @@
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
 
-#include "tool/result_names.h"
+#include "tool/load.h"
 #include "tool/rules.h"
 
 namespace tool {
@@ -79,12 +79,12 @@ public:
         for (const Rule* rule : Rules()) {
             rules.push_back(RuleJson(*rule));
         }
-        const std::uint32_t code = result_.configuration.result;
-        run["invocations"] = {{{"executionSuccessful", isDone_},
-                               {"properties",
-                                {{"libraryCalled", result_.configuration.WasRead()},
-                                 {"libraryResult", code},
-                                 {"libraryResultName", ResultName(code)}}}}};
+        Json invocation{{"executionSuccessful", isDone_}};
+        invocation["properties"]["libraryCalled"] = result_.configuration.WasRead();
+        if (result_.configuration.WasRead()) {
+            invocation["properties"]["libraryResult"] = ResultJson(result_.configuration.result);
+        }
+        run["invocations"] = Json::array({std::move(invocation)});
         run["columnKind"] = "unicodeCodePoints";
         run["results"] = Json::array();
         for (const Finding& finding : result_.findings) {

@@ -20,13 +20,15 @@ namespace fs = std::filesystem;
 // A folder with more names is not searched.
 constexpr std::size_t kMostNames = 10'000;
 
-std::vector<std::string> NamesIn(const fs::path& folder)
+std::vector<std::string> NamesIn(const fs::path& folder, const fs::path& except)
 {
     std::vector<std::string> names;
     std::error_code error;
     fs::directory_iterator at(folder.empty() ? "." : folder, error);
     for (; !error && at != fs::directory_iterator() && names.size() < kMostNames; at.increment(error)) {
-        names.push_back(at->path().filename().string());
+        if (folder / at->path().filename() != except) {
+            names.push_back(at->path().filename().string());
+        }
     }
     std::sort(names.begin(), names.end());
     return names;
@@ -40,7 +42,7 @@ bool Exists(const fs::path& path)
 
 } // namespace
 
-std::string HelpForMissingFile(const std::string& path)
+std::string HelpForMissingFile(const std::string& path, const std::string& namedBy)
 {
     if (path.empty()) {
         return "write a path, or take the item out";
@@ -53,7 +55,7 @@ std::string HelpForMissingFile(const std::string& path)
             continue;
         }
         missing = missing.empty() ? mended / name : missing;
-        const std::string nearest = Nearest(name.string(), NamesIn(mended));
+        const std::string nearest = Nearest(name.string(), NamesIn(mended, namedBy));
         if (nearest.empty()) {
             return missing == fs::path(path)
                        ? "correct the path, or add the file"

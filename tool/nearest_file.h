@@ -6,8 +6,8 @@
 namespace tool {
 
 // How to mend a path that names nothing: the file with the nearest name, or the part of the path that is not
-// there. Printable.
-std::string HelpForMissingFile(const std::string& path);
+// there. Printable. `namedBy` is the file in which the path stands, which is hardly meant.
+std::string HelpForMissingFile(const std::string& path, const std::string& namedBy);
 
 // The same for a path that names a folder.
 std::string HelpForFolder(const std::string& path);
