@@ -1,0 +1,18 @@
+#ifndef STARTPLAN_TOOL_RULES_PATTERNS_H
+#define STARTPLAN_TOOL_RULES_PATTERNS_H
+
+#include "tool/rule.h"
+
+namespace tool {
+
+extern const Rule kAdjacentDynamic;
+extern const Rule kBadInterval;
+extern const Rule kEmptyIntervalItem;
+extern const Rule kNameTooLong;
+extern const Rule kPatternOverlap;
+extern const Rule kPrefixCapture;
+extern const Rule kUnanchoredTail;
+
+} // namespace tool
+
+#endif
