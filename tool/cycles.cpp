@@ -13,6 +13,9 @@ namespace {
 using Number = std::uint32_t;
 constexpr Number kNoNumber = std::numeric_limits<Number>::max();
 
+// For the search of a shortest cycle, in each component: else a ring would take the square of its length.
+constexpr std::size_t kMostSteps = 2'000'000;
+
 // The same graph with numbers for names; a smaller name has a smaller number.
 struct Graph {
     std::vector<const std::string*> names;
@@ -130,8 +133,12 @@ public:
     std::vector<Number> Find(const std::vector<Number>& members)
     {
         best_.clear();
+        steps_ = 0;
         for (const Number start : members) {
             SearchFrom(start);
+            if (steps_ > kMostSteps) {
+                break;
+            }
         }
         return best_;
     }
@@ -145,6 +152,7 @@ private:
         for (std::size_t length = 1; !level.empty() && (best_.empty() || length < best_.size()); ++length) {
             std::vector<Number> next;
             for (const Number vertex : level) {
+                steps_ += graph_.waits[vertex].size();
                 for (const Number other : graph_.waits[vertex]) {
                     if (other == start) {
                         Keep(start, vertex);
@@ -177,6 +185,7 @@ private:
     std::vector<Number> seen_;
     std::vector<Number> best_;
     Number round_ = 0;
+    std::size_t steps_ = 0;
 };
 
 } // namespace

@@ -15,7 +15,7 @@ using Waits = std::map<std::string, std::set<std::string>>;
 struct Cycle {
     std::vector<std::string> members; // ascending
     // A shortest way round: each waits for the next one, the last one for the first. Begins with its
-    // smallest name.
+    // smallest name. Of very many members, the shortest one that a bounded search finds.
     std::vector<std::string> shortest;
 };
 

@@ -153,6 +153,20 @@ TEST(CyclesTest, ALongChainNeedsNoStack)
     EXPECT_TRUE(tool::FindCycles(waits).empty());
 }
 
+TEST(CyclesTest, ALongRingIsFoundInShortTime)
+{
+    constexpr std::size_t kLength = 100'000;
+    Waits waits;
+    for (std::size_t i = 0; i < kLength; ++i) {
+        waits[std::to_string(i)] = {std::to_string((i + 1) % kLength)};
+    }
+
+    const std::vector<Cycle> cycles = tool::FindCycles(waits);
+
+    ASSERT_EQ(1U, cycles.size());
+    EXPECT_EQ(kLength, cycles[0].shortest.size());
+}
+
 TEST(CyclesTest, ANameThatIsNoKeyWaitsForNothing)
 {
     EXPECT_TRUE(tool::FindCycles({{"a", {"b"}}, {"c", {"a"}}}).empty());
