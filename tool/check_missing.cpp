@@ -74,7 +74,7 @@ private:
         }
         if (const std::size_t near = meant_.NearMissOf(missing); near != kNone) {
             return Make(
-                item, kDependencyNearMiss,
+                item, kDependencySpelling,
                 fmt::format("{} depends on {}, which is not configured, but {} is", Quote(name_),
                             Quote(missing), Quote(index_.Names()[near])),
                 fmt::format("write {}: names are compared letter by letter", Quote(index_.Names()[near])));

@@ -43,8 +43,8 @@ const Rule kDependencyIsPatternInstance = {
     "Or give the member an entry of its own, and take it out of the pattern.",
 };
 
-const Rule kDependencyNearMiss = {
-    "dependency-near-miss",
+const Rule kDependencySpelling = {
+    "dependency-spelling",
     RuleGroup::DEPENDENCIES,
     Level::ERROR,
     "a dependency that differs from a name in letter case or blanks",
@@ -82,7 +82,7 @@ const Rule kMissingDependency = {
     Level::ERROR,
     "a dependency that is not configured",
     "Found for every dependency for which the library drops an application, unless a more exact rule knows\n"
-    "why: empty-dependency, dependency-is-pattern-instance, dependency-near-miss. Tells who else needs the\n"
+    "why: empty-dependency, dependency-is-pattern-instance, dependency-spelling. Tells who else needs the\n"
     "dropped application; those stay configured, but cannot be started as they should.\n\n"
     "The nearest name is looked for as long as that is quick: in a tree of 10,000 names for the first 30\n"
     "names that are missing, in smaller trees for more.",
@@ -135,7 +135,7 @@ const Rule kSelfDependency = {
 
 std::vector<const Rule*> DependencyRules()
 {
-    return {&kCycle,           &kDependencyIsPatternInstance, &kDependencyNearMiss,
+    return {&kCycle,           &kDependencyIsPatternInstance, &kDependencySpelling,
             &kEmptyDependency, &kMissingDependency,           &kRedundantDependency,
             &kSelfDependency};
 }

@@ -7,7 +7,7 @@ namespace tool {
 
 extern const Rule kCycle;
 extern const Rule kDependencyIsPatternInstance;
-extern const Rule kDependencyNearMiss;
+extern const Rule kDependencySpelling;
 extern const Rule kEmptyDependency;
 extern const Rule kMissingDependency;
 extern const Rule kRedundantDependency;

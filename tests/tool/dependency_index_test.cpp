@@ -90,7 +90,7 @@ void ExpectTheLibrarysTable(const Configuration& configuration)
 void ExpectAFindingForEachMissingDependency(const Configuration& configuration)
 {
     const std::set<std::string> rules = {"missing-dependency", "empty-dependency",
-                                         "dependency-is-pattern-instance", "dependency-near-miss"};
+                                         "dependency-is-pattern-instance", "dependency-spelling"};
     tool::Findings findings;
     tool::CheckDependencies(configuration, findings);
     const std::vector<tool::Finding> sorted = findings.TakeSorted();
