@@ -136,6 +136,9 @@ void CommandLine::Parse(int argc, const char* const* argv)
     try {
         TakeWords(behindOptions);
         CheckColor(options_.color);
+        if (options_.format.empty()) {
+            options_.format = Info().formats.front();
+        }
         CheckFormat(options_.format, Info().formats);
     } catch (const UsageFailure& failure) {
         FailAt(failure.what());
