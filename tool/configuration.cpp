@@ -6,7 +6,11 @@
 #include <tuple>
 #include <utility>
 
+#include <fmt/format.h>
+
 #include "startplan/result_codes.h"
+#include "tool/failure.h"
+#include "tool/printable.h"
 
 namespace tool {
 
@@ -16,6 +20,20 @@ constexpr std::string_view kEntryLine = "Get app name when parsing Yaml file, ap
 constexpr std::string_view kIncompleteLine = "cfg isn't complete:appName=%s, binPath=%s, uid=%u";
 constexpr std::string_view kMissingLine =
     "CheckApplicationsAndDepend error: app: %s depends: %s not in appList";
+
+// Below a root, people type the path that their shell completes.
+void CheckTopBelowRoot(const ConfigurationRequest& request, const DeviceView& device)
+{
+    std::string root = request.device.root;
+    root.erase(root.find_last_not_of('/') + 1);
+    if (root.empty() || request.top.compare(0, root.size() + 1, root + "/") != 0 ||
+        device.Root()->Resolve(request.top)) {
+        return;
+    }
+    throw Failure(fmt::format(
+        "no {} below {}, did you mean \"{}\"? With --root, paths are those on the device",
+        Printable(request.top), Printable(request.device.root), Printable(request.top.substr(root.size()))));
+}
 
 // Reads the replace file behind its guard. False if it must not be read.
 bool LoadReplaceData(Configuration& configuration, LogCollector& log)
@@ -126,6 +144,10 @@ Configuration LoadConfiguration(ConfigurationRequest request)
 {
     Configuration configuration;
     configuration.request = std::move(request);
+    const DeviceView device(configuration.request.device);
+    configuration.users = device.Users();
+    configuration.groups = device.Groups();
+    CheckTopBelowRoot(configuration.request, device);
     LogCollector log(configuration.request.wantsInfoText);
     if (!LoadReplaceData(configuration, log)) {
         return configuration;

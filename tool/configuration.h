@@ -10,6 +10,7 @@
 
 #include "startplan/application_manifest.h"
 #include "startplan/parse_and_depend.h"
+#include "tool/device_view.h"
 #include "tool/log_collector.h"
 #include "tool/source_tree.h"
 
@@ -21,6 +22,7 @@ struct ConfigurationRequest {
     std::string replaceFile;                        // empty for none
     std::map<std::string, std::string> definitions; // go before the replace file's
     bool wantsInfoText = false;                     // see LogCollector
+    DeviceFiles device = {};
 };
 
 // What became of an entry, by the library's own lines and records.
@@ -40,6 +42,8 @@ struct MissingDependency {
 // A configuration as the library loads it, with the place of everything in its files.
 struct Configuration {
     ConfigurationRequest request;
+    std::optional<AccountFile> users;  // where this machine's are not asked
+    std::optional<AccountFile> groups; // likewise
     std::map<std::string, std::string> replaceData;
     std::optional<SourceFile> replaceSource; // absent without a replace file
     SourceTree tree;
@@ -74,6 +78,7 @@ struct Configuration {
 };
 
 // Guards, walks the files, then has the library read them. Does not throw for what stands in the files.
+// Throws Failure where the device's root or accounts cannot be read.
 Configuration LoadConfiguration(ConfigurationRequest request);
 
 } // namespace tool

@@ -52,6 +52,16 @@ void CheckTopLevel(const Configuration& configuration)
                               ResultText(configuration.result)));
 }
 
+void SayWhichAccountsAreMissing(const Session& session, const Configuration& configuration)
+{
+    for (const auto& accounts : {configuration.users, configuration.groups}) {
+        if (accounts && !accounts->isThere) {
+            session.Warn(fmt::format("no {} below {}: none of its names is known", accounts->path,
+                                     Printable(configuration.request.device.root)));
+        }
+    }
+}
+
 void SayWhatWasDropped(const Session& session, const Configuration& configuration)
 {
     const SourceTree& tree = configuration.tree;
@@ -80,6 +90,7 @@ Configuration LoadForWork(const Session& session, const std::string& top)
     CheckRefusals(session, configuration);
     CheckReplaceFile(configuration);
     CheckTopLevel(configuration);
+    SayWhichAccountsAreMissing(session, configuration);
     SayWhatWasDropped(session, configuration);
     return configuration;
 }

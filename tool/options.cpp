@@ -54,6 +54,9 @@ void AddCommonOptions(CLI::App& app, CommonOptions& options)
         ->type_size(1)
         ->allow_extra_args(false)
         ->group("Common options");
+    text("--root", options.device.root, "DIR", "Read the files of the device whose root is DIR");
+    text("--passwd", options.device.passwd, "FILE", "The device's users; with --root, DIR/etc/passwd");
+    text("--group", options.device.group, "FILE", "The device's groups; with --root, DIR/etc/group");
     text("-f,--format", options.format, "FORMAT", "Output format");
     text("-o,--output", options.output, "FILE", "Write the output to FILE, whole or not at all");
     AddColor(app, options);
@@ -99,7 +102,7 @@ RequestKind TakeRequestKind(std::vector<std::string>& words)
 
 ConfigurationRequest RequestFor(const CommonOptions& options, std::string top)
 {
-    return {std::move(top), options.replaceFile, options.definitions, options.isVerbose};
+    return {std::move(top), options.replaceFile, options.definitions, options.isVerbose, options.device};
 }
 
 void CheckColor(const std::string& color)

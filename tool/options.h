@@ -20,6 +20,7 @@ struct CommonOptions {
     std::string configuration;                      // -c
     std::string replaceFile;                        // -r
     std::map<std::string, std::string> definitions; // -D
+    DeviceFiles device;                             // --root, --passwd, --group
     std::string format;                             // -f; without it the command's first one
     std::string output;
     std::string color = "auto";
