@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "tool/check_accounts.h"
 #include "tool/check_dependencies.h"
 #include "tool/check_entries.h"
 #include "tool/check_patterns.h"
@@ -68,6 +69,7 @@ CheckResult Check(const Configuration& configuration, const std::vector<RequestT
     CheckTree(configuration, findings);
     CheckEntries(configuration, findings);
     CheckValues(configuration, findings);
+    CheckAccounts(configuration, findings);
     CheckDependencies(configuration, findings);
     CheckPatterns(configuration, findings);
     CheckRequests(configuration, requests, findings);

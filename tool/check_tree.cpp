@@ -45,13 +45,14 @@ std::string EffectOfUnreadable(const Configuration& configuration, const Visit& 
 }
 
 // `namedBy` is empty for a file that stands on the command line.
-std::string HelpForUnreadable(const std::string& path, const std::string& namedBy, int error)
+std::string HelpForUnreadable(const std::string& root, const std::string& path, const std::string& namedBy,
+                              int error)
 {
     if (error == ENOENT || error == ENOTDIR) {
-        return HelpForMissingFile(path, namedBy);
+        return HelpForMissingFile(root, path, namedBy);
     }
     if (error == EISDIR) {
-        return namedBy.empty() ? HelpForFolder(path) : "name a file in it";
+        return namedBy.empty() ? HelpForFolder(root, path) : "name a file in it";
     }
     return error == EACCES ? "let the process manager's user read the file" : "";
 }
@@ -100,8 +101,9 @@ private:
         finding.rule = isMissingSub ? &kMissingSubStartup : &kUnreadableFile;
         finding.message = fmt::format("\"{}\" cannot be read: {}", Printable(visit.path), file.Error());
         finding.effect = EffectOfUnreadable(configuration_, visit, error);
-        finding.help = HelpForUnreadable(
-            visit.path, visit.parent == kNone ? "" : tree_.Visits()[visit.parent].path, error);
+        finding.help =
+            HelpForUnreadable(configuration_.request.device.root, visit.path,
+                              visit.parent == kNone ? "" : tree_.Visits()[visit.parent].path, error);
         finding.position = {visit.path, {}};
         if (visit.parent != kNone) {
             finding.position = tree_.PositionOf(visit.parent, visit.item);
@@ -158,14 +160,15 @@ private:
         const SourceFile& file = *configuration_.replaceSource;
         const std::string loss = "no placeholder is replaced from it";
         if (file.State() == FileState::UNREADABLE) {
-            findings_.Add({&kUnreadableFile,
-                           {file.Path(), {}},
-                           0,
-                           kNone,
-                           fmt::format("\"{}\" cannot be read: {}", Printable(file.Path()), file.Error()),
-                           loss,
-                           HelpForUnreadable(file.Path(), "", file.ErrorNumber()),
-                           {}});
+            findings_.Add(
+                {&kUnreadableFile,
+                 {file.Path(), {}},
+                 0,
+                 kNone,
+                 fmt::format("\"{}\" cannot be read: {}", Printable(file.Path()), file.Error()),
+                 loss,
+                 HelpForUnreadable(configuration_.request.device.root, file.Path(), "", file.ErrorNumber()),
+                 {}});
             return;
         }
         CheckContent(file, kNone, loss);

@@ -20,11 +20,17 @@ namespace fs = std::filesystem;
 // A folder with more names is not searched.
 constexpr std::size_t kMostNames = 10'000;
 
-std::vector<std::string> NamesIn(const fs::path& folder, const fs::path& except)
+// Where the path is on this machine. Links are not kept inside the root: nothing but advice comes of it.
+fs::path Below(const std::string& root, const fs::path& path)
+{
+    return root.empty() ? path : fs::path(root + "/" + path.string());
+}
+
+std::vector<std::string> NamesIn(const std::string& root, const fs::path& folder, const fs::path& except)
 {
     std::vector<std::string> names;
     std::error_code error;
-    fs::directory_iterator at(folder.empty() ? "." : folder, error);
+    fs::directory_iterator at(Below(root, folder.empty() ? "." : folder), error);
     for (; !error && at != fs::directory_iterator() && names.size() < kMostNames; at.increment(error)) {
         if (folder / at->path().filename() != except) {
             names.push_back(at->path().filename().string());
@@ -34,15 +40,15 @@ std::vector<std::string> NamesIn(const fs::path& folder, const fs::path& except)
     return names;
 }
 
-bool Exists(const fs::path& path)
+bool Exists(const std::string& root, const fs::path& path)
 {
     std::error_code error;
-    return fs::exists(path, error);
+    return fs::exists(Below(root, path), error);
 }
 
 } // namespace
 
-std::string HelpForMissingFile(const std::string& path, const std::string& namedBy)
+std::string HelpForMissingFile(const std::string& root, const std::string& path, const std::string& namedBy)
 {
     if (path.empty()) {
         return "write a path, or take the item out";
@@ -50,12 +56,12 @@ std::string HelpForMissingFile(const std::string& path, const std::string& named
     fs::path mended;
     fs::path missing; // the first part of the path that is not there
     for (const fs::path& name : fs::path(path)) {
-        if (Exists(mended / name)) {
+        if (Exists(root, mended / name)) {
             mended /= name;
             continue;
         }
         missing = missing.empty() ? mended / name : missing;
-        const std::string nearest = Nearest(name.string(), NamesIn(mended, namedBy));
+        const std::string nearest = Nearest(name.string(), NamesIn(root, mended, namedBy));
         if (nearest.empty()) {
             return missing == fs::path(path)
                        ? "correct the path, or add the file"
@@ -66,10 +72,11 @@ std::string HelpForMissingFile(const std::string& path, const std::string& named
     return fmt::format("did you mean \"{}\"?", Printable(mended.string()));
 }
 
-std::string HelpForFolder(const std::string& path)
+std::string HelpForFolder(const std::string& root, const std::string& path)
 {
     const fs::path top = fs::path(path) / "top.yaml";
-    return Exists(top) ? fmt::format("did you mean \"{}\"?", Printable(top.string())) : "name a file in it";
+    return Exists(root, top) ? fmt::format("did you mean \"{}\"?", Printable(top.string()))
+                             : "name a file in it";
 }
 
 } // namespace tool

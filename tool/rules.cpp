@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <tuple>
 
+#include "tool/check_accounts.h"
 #include "tool/check_dependencies.h"
 #include "tool/check_entries.h"
 #include "tool/check_patterns.h"
@@ -18,8 +19,8 @@ namespace {
 std::vector<const Rule*> JoinRules()
 {
     std::vector<const Rule*> all;
-    for (const auto& group : {TreeRules(), EntryRules(), ValueRules(), DependencyRules(), PatternRules(),
-                              RequestRules(), CheckRules()}) {
+    for (const auto& group : {TreeRules(), EntryRules(), ValueRules(), AccountRules(), DependencyRules(),
+                              PatternRules(), RequestRules(), CheckRules()}) {
         all.insert(all.end(), group.begin(), group.end());
     }
     std::sort(all.begin(), all.end(), [](const Rule* a, const Rule* b) {
