@@ -30,14 +30,18 @@ public:
     [[noreturn]] void FailAt(const std::string& message) const;
     // Besides the options.
     const std::vector<std::string>& Words() const { return words_; }
-    // @pre HelpText() is empty.
+    // @pre for both: HelpText() is empty.
     Command& TheCommand() const { return *commands_.at(chosen_); }
+    const CommandInfo& Info() const;
+
+    // What the command line is read by.
+    const std::vector<CommandInfo>& Infos() const { return infos_; }
+    const CLI::App& AppOf(const CommandInfo& info) const { return *app_.get_subcommand(info.name); }
 
 private:
     void Add(const CommandInfo& info);
     void ParseOptions(const std::vector<std::string>& arguments);
     void TakeWords(const std::vector<std::string>& behindOptions);
-    const CommandInfo& Info() const;
     void FailAtCommandName() const;
     std::string ShortHelp() const;
     std::string MainHelp() const;

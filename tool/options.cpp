@@ -105,9 +105,16 @@ ConfigurationRequest RequestFor(const CommonOptions& options, std::string top)
     return {std::move(top), options.replaceFile, options.definitions, options.isVerbose, options.device};
 }
 
+const std::vector<std::string>& ColorChoices()
+{
+    static const std::vector<std::string> kChoices = {"auto", "always", "never"};
+    return kChoices;
+}
+
 void CheckColor(const std::string& color)
 {
-    if (color != "auto" && color != "always" && color != "never") {
+    const std::vector<std::string>& choices = ColorChoices();
+    if (std::find(choices.begin(), choices.end(), color) == choices.end()) {
         throw UsageFailure(fmt::format("--color={}: write auto, always or never", color));
     }
 }

@@ -44,7 +44,10 @@ RequestKind TakeRequestKind(std::vector<std::string>& words);
 
 ConfigurationRequest RequestFor(const CommonOptions& options, std::string top);
 
-// Throws UsageFailure if this is no value of --color.
+// The values of --color.
+const std::vector<std::string>& ColorChoices();
+
+// Throws UsageFailure if this is none of them.
 void CheckColor(const std::string& color);
 
 // Throws UsageFailure with the nearest one if `format` is none of `formats`.
