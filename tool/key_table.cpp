@@ -1,0 +1,94 @@
+#include "tool/key_table.h"
+
+#include <algorithm>
+
+#include "tool/key_rows.h"
+#include "tool/suggest.h"
+
+namespace tool {
+
+const std::vector<Key>& KeysOf(FileKind kind)
+{
+    static const std::vector<Key> kStartup = StartupRows();
+    static const std::vector<Key> kTopLevel = TopLevelRows();
+    static const std::vector<Key> kReplace = ReplaceRows();
+    if (kind == FileKind::STARTUP) {
+        return kStartup;
+    }
+    return kind == FileKind::TOP_LEVEL ? kTopLevel : kReplace;
+}
+
+const Key* FindKey(FileKind kind, std::string_view name)
+{
+    const std::vector<Key>& keys = KeysOf(kind);
+    const auto found =
+        std::find_if(keys.begin(), keys.end(), [name](const Key& key) { return key.name == name; });
+    return found == keys.end() ? nullptr : &*found;
+}
+
+std::string NearestKey(FileKind kind, std::string_view name)
+{
+    std::vector<std::string> names;
+    for (const Key& key : KeysOf(kind)) {
+        names.emplace_back(key.name);
+    }
+    return Nearest(name, names);
+}
+
+bool IsOwnKey(std::string_view name)
+{
+    return name.substr(0, 2) == "x-";
+}
+
+bool IsNumber(KeyKind kind)
+{
+    switch (kind) {
+    case KeyKind::SIGNED:
+    case KeyKind::UNSIGNED:
+    case KeyKind::HEXADECIMAL:
+    case KeyKind::PRIORITY:
+    case KeyKind::DEVICE_ID:
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool IsList(KeyKind kind)
+{
+    return kind == KeyKind::TEXT_LIST || kind == KeyKind::NUMBER_LIST;
+}
+
+bool IsMap(KeyKind kind)
+{
+    return kind == KeyKind::MAP || kind == KeyKind::ACCESS_MAP;
+}
+
+const char* TitleOf(KeyGroup group)
+{
+    switch (group) {
+    case KeyGroup::PROGRAM:
+        return "Program";
+    case KeyGroup::OWNER:
+        return "Owner";
+    case KeyGroup::LIFE:
+        return "Start and end";
+    case KeyGroup::DEPENDENCIES:
+        return "Dependencies";
+    case KeyGroup::SCHEDULING:
+        return "Scheduling";
+    case KeyGroup::RESOURCES:
+        return "Resources";
+    case KeyGroup::SUPERVISION:
+        return "Supervision";
+    case KeyGroup::FAMILY:
+        return "Families";
+    case KeyGroup::MIDDLEWARE:
+        return "Middleware";
+    case KeyGroup::FILES:
+        return "Files";
+    }
+    return "";
+}
+
+} // namespace tool
