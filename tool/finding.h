@@ -27,6 +27,7 @@ struct Finding {
     std::string effect;        // what the device does: a plain sentence
     std::string help;          // how to mend it: an imperative
     std::vector<Place> related;
+    Level least = Level::OFF; // for what is graver than its rule is by itself
     Level level = Level::OFF; // as it is shown; whoever finds something leaves it alone
 };
 

@@ -97,10 +97,17 @@ Level RuleLevels::Of(const Rule& rule) const
     return level == levels_.end() ? rule.level : level->second;
 }
 
+Level RuleLevels::Of(const Finding& finding) const
+{
+    const Level level = Of(*finding.rule);
+    const bool isAskedFor = level == Level::OFF || levels_.count(finding.rule) != 0;
+    return isAskedFor ? level : std::max(level, finding.least);
+}
+
 void RuleLevels::Apply(std::vector<Finding>& findings) const
 {
     for (Finding& finding : findings) {
-        finding.level = Of(*finding.rule);
+        finding.level = Of(finding);
     }
     findings.erase(std::remove_if(findings.begin(), findings.end(),
                                   [](const Finding& finding) { return finding.level == Level::OFF; }),

@@ -19,6 +19,8 @@ public:
     void Ignore(const std::string& rules);     // --ignore
 
     Level Of(const Rule& rule) const;
+    // Its rule's level, or its own where that is graver and nobody has asked for a level.
+    Level Of(const Finding& finding) const;
     // Gives each finding its level and takes those out that are off.
     void Apply(std::vector<Finding>& findings) const;
 
