@@ -1,11 +1,27 @@
 #include "tool/key_table.h"
 
-#include <algorithm>
+#include <cstddef>
+#include <unordered_map>
 
 #include "tool/key_rows.h"
 #include "tool/suggest.h"
 
 namespace tool {
+
+namespace {
+
+using KeyIndex = std::unordered_map<std::string_view, const Key*>;
+
+KeyIndex IndexOf(FileKind kind)
+{
+    KeyIndex index;
+    for (const Key& key : KeysOf(kind)) {
+        index.emplace(key.name, &key);
+    }
+    return index;
+}
+
+} // namespace
 
 const std::vector<Key>& KeysOf(FileKind kind)
 {
@@ -20,10 +36,11 @@ const std::vector<Key>& KeysOf(FileKind kind)
 
 const Key* FindKey(FileKind kind, std::string_view name)
 {
-    const std::vector<Key>& keys = KeysOf(kind);
-    const auto found =
-        std::find_if(keys.begin(), keys.end(), [name](const Key& key) { return key.name == name; });
-    return found == keys.end() ? nullptr : &*found;
+    static const KeyIndex kIndexes[] = {IndexOf(FileKind::STARTUP), IndexOf(FileKind::TOP_LEVEL),
+                                        IndexOf(FileKind::REPLACE)};
+    const KeyIndex& index = kIndexes[static_cast<std::size_t>(kind)];
+    const auto found = index.find(name);
+    return found == index.end() ? nullptr : found->second;
 }
 
 std::string NearestKey(FileKind kind, std::string_view name)

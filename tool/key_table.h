@@ -91,6 +91,11 @@ bool IsOwnKey(std::string_view name);
 bool IsNumber(KeyKind kind);
 bool IsList(KeyKind kind);
 bool IsMap(KeyKind kind);
+// A single value, whatever it is read as.
+inline bool IsScalar(KeyKind kind)
+{
+    return !IsList(kind) && !IsMap(kind);
+}
 
 // "Owner" and so on.
 const char* TitleOf(KeyGroup group);

@@ -101,4 +101,11 @@ std::string CutFront(const std::string& text, std::size_t width)
     return "…" + text.substr(at);
 }
 
+std::string Quoted(std::string_view text)
+{
+    constexpr std::size_t kMost = 60;
+    const std::size_t end = ByteOfCharacter(text, kMost);
+    return fmt::format("\"{}{}\"", Printable(text.substr(0, end)), end < text.size() ? "…" : "");
+}
+
 } // namespace tool

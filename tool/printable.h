@@ -20,6 +20,9 @@ std::size_t ByteOfCharacter(std::string_view text, std::size_t characters);
 // The text cut to `width` columns, its beginning replaced by "…": the end of a path tells more.
 std::string CutFront(const std::string& text, std::size_t width);
 
+// The text for a message: printable, in quotes, cut at its end to a length that is read in one glance.
+std::string Quoted(std::string_view text);
+
 } // namespace tool
 
 #endif
