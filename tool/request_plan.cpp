@@ -8,6 +8,7 @@
 
 #include "startplan/depend_graph.h"
 #include "startplan/result_codes.h"
+#include "tool/table_lookup.h"
 
 namespace tool {
 
@@ -16,22 +17,6 @@ namespace {
 constexpr std::string_view kPulledInLine =
     "ParseAndDepend GetStartGraph  %s depend  %s is not in startAppNames";
 constexpr std::string_view kLeftRunningLine = "ParseAndDepend GetTermGraph %s is not in termAppNames";
-
-std::uint32_t FillGraph(const ParseAndDepend& library, RequestKind kind,
-                        const std::vector<std::string>& names, DependGraph& graph,
-                        std::vector<std::string>& notFound)
-{
-    return kind == RequestKind::START ? library.GetStartGraphWithErrApp(names, graph, notFound)
-                                      : library.GetTermGraphWithErrApp(names, graph, notFound);
-}
-
-// What the library's look-up finds for a name: the names it depends on, or null.
-const std::set<std::string>* DependsOf(const ParseAndDepend& library, const std::string& name)
-{
-    const LogCollector unheard;
-    const auto found = library.GetAppFromDependsMap(name);
-    return found == library.GetApplicationDependsMap().end() ? nullptr : &found->second;
-}
 
 // Both a pattern's entry and the name in the request are compared literally, as the library does.
 std::vector<std::string> RequestedAmong(const std::set<std::string>& names,
@@ -83,28 +68,46 @@ void ReadLeftRunning(const Configuration& configuration, RequestPlan& plan)
     }
 }
 
-Waits WaitsOf(const Configuration& configuration, const RequestPlan& plan)
+void AddStartWaits(const ParseAndDepend& library, const std::vector<std::string>& names, Waits& waits)
 {
-    const std::set<std::string> requested(plan.names.begin(), plan.names.end());
-    Waits waits;
-    for (const std::string& name : requested) {
-        if (plan.kind == RequestKind::START) {
-            if (const std::set<std::string>* depends = DependsOf(configuration.library, name)) {
-                waits[name] = *depends;
-            }
+    const std::set<std::string_view> requested(names.begin(), names.end());
+    const auto entries = EntriesServing(library, names);
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        if (entries[i] == nullptr) {
             continue;
         }
-        const ParseAndDepend::DependsMap& table = configuration.library.GetApplicationDependsMap();
+        const std::set<std::string>& depends = entries[i]->second;
+        waits[names[i]] = depends;
+        for (const std::string& name : depends) {
+            if (requested.count(name) == 0) {
+                waits[name];
+            }
+        }
+    }
+}
+
+// Found by the look-up, whatever serves them; but who waits for them is compared literally.
+void AddStopWaits(const ParseAndDepend& library, const std::vector<std::string>& names, Waits& waits)
+{
+    const auto entries = EntriesServing(library, names);
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        if (entries[i] != nullptr) {
+            waits[names[i]];
+        }
+    }
+    const ParseAndDepend::DependsMap& table = library.GetApplicationDependsMap();
+    for (const std::string& name : names) {
         const auto entry = table.find(name);
         if (entry == table.end()) {
             continue;
         }
-        waits[name];
-        for (const std::string& needed : RequestedAmong(entry->second, requested)) {
-            waits[needed].insert(name);
+        for (const std::string& needed : entry->second) {
+            const auto one = waits.find(needed);
+            if (one != waits.end()) {
+                one->second.insert(name);
+            }
         }
     }
-    return waits;
 }
 
 void HandOut(DependGraph& graph, RequestPlan& plan)
@@ -139,6 +142,25 @@ void KeepFirsts(std::vector<std::string>& names)
 
 } // namespace
 
+std::uint32_t FillGraph(const ParseAndDepend& library, RequestKind kind,
+                        const std::vector<std::string>& names, DependGraph& graph,
+                        std::vector<std::string>& notFound)
+{
+    return kind == RequestKind::START ? library.GetStartGraphWithErrApp(names, graph, notFound)
+                                      : library.GetTermGraphWithErrApp(names, graph, notFound);
+}
+
+Waits RequestWaits(const ParseAndDepend& library, RequestKind kind, const std::vector<std::string>& names)
+{
+    Waits waits;
+    if (kind == RequestKind::START) {
+        AddStartWaits(library, names, waits);
+    } else {
+        AddStopWaits(library, names, waits);
+    }
+    return waits;
+}
+
 RequestPlan MakePlan(const Configuration& configuration, RequestKind kind, std::vector<std::string> names)
 {
     RequestPlan plan;
@@ -152,7 +174,7 @@ RequestPlan MakePlan(const Configuration& configuration, RequestKind kind, std::
     ReadPulledIn(configuration, plan);
     ReadLeftRunning(configuration, plan);
     if (plan.result == PARSE_ERR_GRAPH_CYCLE) {
-        const Waits waits = WaitsOf(configuration, plan);
+        const Waits waits = RequestWaits(configuration.library, plan.kind, plan.names);
         plan.cycles = FindCycles(waits);
         plan.blocked = BlockedBy(waits, plan.cycles);
         return plan;

@@ -9,6 +9,8 @@
 #include "tool/cycles.h"
 #include "tool/log_collector.h"
 
+class DependGraph;
+
 namespace tool {
 
 enum class RequestKind { START, STOP };
@@ -42,6 +44,15 @@ struct RequestPlan {
     std::vector<Cycle> cycles;
     std::vector<std::string> blocked; // behind the cycles
 };
+
+// Asks the library for the request's graph, with the names not found as they come.
+std::uint32_t FillGraph(const ParseAndDepend& library, RequestKind kind,
+                        const std::vector<std::string>& names, DependGraph& graph,
+                        std::vector<std::string>& notFound);
+
+// Who waits for whom in that graph, as plain data. Every name found is a key, and so is what a start pulls
+// in; a requested name that is not found is none, though others may wait for it.
+Waits RequestWaits(const ParseAndDepend& library, RequestKind kind, const std::vector<std::string>& names);
 
 RequestPlan MakePlan(const Configuration& configuration, RequestKind kind, std::vector<std::string> names);
 
