@@ -51,10 +51,12 @@ public:
         if (session.IsJson()) {
             Json json = ConfigurationJson("plan", configuration);
             AddRequestJson(json, plan);
+            json["rounds"] = plan.rounds;
+            AddRemarksJson(json, plan);
             session.PrintJson(json);
         } else {
             PrintRounds(session, plan);
-            PrintRemarks(session, configuration, plan);
+            PrintRemarks(session, configuration, plan, plan.rounds.empty());
             if (!session.Options().isQuiet) {
                 PrintClosingLine(session, plan);
             }

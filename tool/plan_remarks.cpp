@@ -27,9 +27,10 @@ std::string Quoted(const std::vector<std::string>& names)
 
 class RemarksPrinter {
 public:
-    RemarksPrinter(Session& session, const Configuration& configuration, const RequestPlan& plan)
+    RemarksPrinter(Session& session, const Configuration& configuration, const RequestPlan& plan,
+                   bool isFirst)
         : session_(session), configuration_(configuration), plan_(plan),
-          isStart_(plan.kind == RequestKind::START)
+          isStart_(plan.kind == RequestKind::START), isFirst_(isFirst)
     {}
 
     void Print()
@@ -44,9 +45,9 @@ public:
 private:
     void Heading(Color color, const std::string& text)
     {
-        session_.Print(plan_.rounds.empty() && isFirstHeading_ ? "" : "\n");
+        session_.Print(isFirst_ ? "" : "\n");
         session_.Print(session_.In(color, text) + "\n");
-        isFirstHeading_ = false;
+        isFirst_ = false;
     }
 
     void PrintNotFound()
@@ -158,7 +159,7 @@ private:
     const Configuration& configuration_;
     const RequestPlan& plan_;
     bool isStart_;
-    bool isFirstHeading_ = true;
+    bool isFirst_;
 };
 
 } // namespace
@@ -182,9 +183,9 @@ std::string WrapNames(const Session& session, const std::string& label, const st
     return text + "\n";
 }
 
-void PrintRemarks(Session& session, const Configuration& configuration, const RequestPlan& plan)
+void PrintRemarks(Session& session, const Configuration& configuration, const RequestPlan& plan, bool isFirst)
 {
-    RemarksPrinter(session, configuration, plan).Print();
+    RemarksPrinter(session, configuration, plan, isFirst).Print();
 }
 
 void AddRequestJson(Json& json, const RequestPlan& plan)
@@ -192,7 +193,10 @@ void AddRequestJson(Json& json, const RequestPlan& plan)
     json["request"] = {{"kind", plan.kind == RequestKind::START ? "start" : "stop"},
                        {"names", plan.names},
                        {"result", ResultJson(plan.result)}};
-    json["rounds"] = plan.rounds;
+}
+
+void AddRemarksJson(Json& json, const RequestPlan& plan)
+{
     json["not_found"] = plan.notFound;
     json["pulled_in"] = Json::array();
     for (const PulledIn& one : plan.pulledIn) {

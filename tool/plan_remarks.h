@@ -15,12 +15,14 @@ std::string WrapNames(const Session& session, const std::string& label,
                       const std::vector<std::string>& names);
 
 // What is to be said of a request besides its rounds: names not found, who is pulled in or left running,
-// cycles, stalls. A headed paragraph each, with an empty line before it; without one where there is no
-// round that could stand before the first.
-void PrintRemarks(Session& session, const Configuration& configuration, const RequestPlan& plan);
+// cycles, stalls. A headed paragraph each, with an empty line before it, but for the first one where it is
+// the first thing printed.
+void PrintRemarks(Session& session, const Configuration& configuration, const RequestPlan& plan,
+                  bool isFirst);
 
-// The same as members of a command's JSON, with the request and its rounds.
+// A command's JSON: what was requested, and the same remarks.
 void AddRequestJson(Json& json, const RequestPlan& plan);
+void AddRemarksJson(Json& json, const RequestPlan& plan);
 
 } // namespace tool
 

@@ -161,12 +161,12 @@ Waits RequestWaits(const ParseAndDepend& library, RequestKind kind, const std::v
     return waits;
 }
 
-RequestPlan MakePlan(const Configuration& configuration, RequestKind kind, std::vector<std::string> names)
+RequestPlan FillPlan(const Configuration& configuration, RequestKind kind, std::vector<std::string> names,
+                     DependGraph& graph)
 {
     RequestPlan plan;
     plan.kind = kind;
     plan.names = std::move(names);
-    DependGraph graph;
     LogCollector log;
     plan.result = FillGraph(configuration.library, kind, plan.names, graph, plan.notFound);
     plan.lines = log.Take();
@@ -177,9 +177,18 @@ RequestPlan MakePlan(const Configuration& configuration, RequestKind kind, std::
         const Waits waits = RequestWaits(configuration.library, plan.kind, plan.names);
         plan.cycles = FindCycles(waits);
         plan.blocked = BlockedBy(waits, plan.cycles);
-        return plan;
     }
-    HandOut(graph, plan);
+    return plan;
+}
+
+RequestPlan MakePlan(const Configuration& configuration, RequestKind kind, std::vector<std::string> names)
+{
+    DependGraph graph;
+    RequestPlan plan = FillPlan(configuration, kind, std::move(names), graph);
+    if (plan.result != PARSE_ERR_GRAPH_CYCLE) {
+        const LogCollector unheard;
+        HandOut(graph, plan);
+    }
     return plan;
 }
 

@@ -54,6 +54,10 @@ std::uint32_t FillGraph(const ParseAndDepend& library, RequestKind kind,
 // in; a requested name that is not found is none, though others may wait for it.
 Waits RequestWaits(const ParseAndDepend& library, RequestKind kind, const std::vector<std::string>& names);
 
+// The request's graph and all but the rounds, which are left to the caller to hand out.
+RequestPlan FillPlan(const Configuration& configuration, RequestKind kind, std::vector<std::string> names,
+                     DependGraph& graph);
+
 RequestPlan MakePlan(const Configuration& configuration, RequestKind kind, std::vector<std::string> names);
 
 // Every application whose name is no pattern, each once, in the library's order.
