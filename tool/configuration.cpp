@@ -70,6 +70,7 @@ void ReadEntryStates(Configuration& configuration, const LogLines& lines)
             ++taken;
         } else if (line.format == kIncompleteLine && taken > 0 && taken <= states.size()) {
             states[taken - 1] = EntryState::INCOMPLETE;
+            configuration.incomplete.push_back({taken - 1, line.arguments.at(1), line.arguments.at(2)});
         } else if (line.format == kMissingLine && line.arguments.size() == 2) {
             configuration.missing.push_back({line.arguments[0], line.arguments[1]});
         }

@@ -39,6 +39,13 @@ struct MissingDependency {
     std::string dependency;
 };
 
+// The library left an entry out, and the values for which it did.
+struct IncompleteEntry {
+    std::size_t entry = 0; // in SourceTree::Entries()
+    std::string binPath;
+    std::string uid;
+};
+
 // A configuration as the library loads it, with the place of everything in its files.
 struct Configuration {
     ConfigurationRequest request;
@@ -57,7 +64,8 @@ struct Configuration {
     LogLines lines;                  // of both, in order
     ParseAndDepend library;          // holds the dependency table
     std::vector<ApplicationManifest> apps;
-    std::vector<MissingDependency> missing; // ascending, by application and dependency
+    std::vector<MissingDependency> missing;  // ascending, by application and dependency
+    std::vector<IncompleteEntry> incomplete; // in order
 
     std::vector<EntryState> entryStates; // one for each of tree.Entries()
     std::vector<std::size_t> entryOfApp; // one for each of apps: in tree.Entries(), or kNone
