@@ -1,74 +1,52 @@
 #ifndef STARTPLAN_EXAMPLES_PROCESS_MANAGER_APPLICATION_H
 #define STARTPLAN_EXAMPLES_PROCESS_MANAGER_APPLICATION_H
 
-#include <atomic>
+#include <condition_variable>
 #include <functional>
+#include <future>
 #include <mutex>
 #include <string>
-#include <thread>
-#include <vector>
 
 #include <startplan/application_manifest.h>
+#include <sys/types.h>
 
-#include "descriptor.h"
-#include "launch.h"
-#include "restart_policy.h"
-
-// One application from its start to its end. While it is active a thread of its own starts its program, waits
-// for it and starts it again as its policy says; Live() reads as the application's life.
-//
-// The callbacks run on that thread, or at once where there is nothing to wait for.
+// One application from its start to its end. A thread of its own starts its program, waits for it and starts
+// it again as its policy says: Live(). The operations may be called from any thread, Stop() by one at a time.
 class Application {
 public:
-    using Done = std::function<void(bool)>;
+    // `entry` outlives the application, which may be destroyed unless its program runs.
+    Application(const std::string& name, const ApplicationManifest& entry) : name_(name), entry_(entry) {}
 
-    // `entry` outlives the application.
-    Application(const std::string& name, const ApplicationManifest& entry, const Limits& limits);
-    // Leaves a program that still runs to itself.
-    ~Application();
-
-    // Calls `started` with true once the start is complete: the program has been executed and, where its
-    // entry says "is_reporting", has written the line READY to the descriptor in its READY_FD. Calls it with
-    // false before that, when a start has failed; the policy may still bring another one.
-    void WhenStarted(const Done& started);
-
-    // Makes the application active if it is not.
-    void Start();
-
-    // Ends it: SIGTERM, then, when the entry's time is over, SIGKILL where the entry forces the end. Calls
-    // `stopped` once: with true when nothing runs any more, with false when the program did not end in time
-    // and is not forced to; it is still waited for, and not started again.
-    void Stop(const Done& stopped);
-
-    bool IsActive() const;
     const ApplicationManifest& Entry() const { return entry_; }
 
-private:
-    enum class State { ENDED, STARTING, RUNNING };
+    // Begins to start it, unless it is retired.
+    void Start();
+    // Waits until the start is complete, and is true then: the program has been executed and, where its entry
+    // says "is_reporting", has written the line READY to the descriptor in its READY_FD. False once it is
+    // retired. Calls `late` when a start has failed or takes too long; a restart, or time, may complete it yet.
+    bool WaitForStart(const std::function<void()>& late);
 
+    // Nothing starts it from now on, nor restarts it. True where Start() has.
+    bool Retire();
+    // Ends it, after a Retire() that was true: SIGTERM, then, when the entry's time is over, SIGKILL where the
+    // entry forces the end. False where it does not: the program is left running.
+    bool Stop();
+
+private:
     void Live();
-    bool RunOnce();
-    bool BecomesReady(const Child& child);
-    bool WaitForEnd(Child& child);
-    bool StopProgram(const Child& child) const;
-    bool IsWokenWithin(std::chrono::milliseconds time) const;
-    void ReportStart(bool started);
-    void ReportStop(bool stopped);
+    bool RunOnce(std::unique_lock<std::mutex>& lock);
+    void Signal(int number);
+    bool BecomesReady(pid_t process, int ready) const;
 
     const std::string name_;
     const ApplicationManifest& entry_;
-    const Limits limits_;
-    Wake wake_; // says that one of the next two has changed
-    std::atomic<bool> stopping_{false};
-    std::atomic<bool> leaving_{false};
-
-    mutable std::mutex mutex_; // guards what follows
-    State state_ = State::ENDED;
-    bool failureReported_ = false;
-    std::vector<Done> whenStarted_;
-    std::vector<Done> whenStopped_;
-
-    std::thread thread_; // the caller's: touched by Start() and the destructor only
+    std::mutex mutex_; // guards what follows
+    std::condition_variable changed_;
+    bool started_ = false; // a start was complete, once
+    bool failed_ = false;  // a start has failed, once
+    bool retired_ = false;
+    pid_t process_ = -1;     // of the program, until it has been waited for
+    std::future<void> life_; // the thread's, which it waits for when it is destroyed
 };
 
 #endif

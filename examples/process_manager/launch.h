@@ -1,39 +1,45 @@
 #ifndef STARTPLAN_EXAMPLES_PROCESS_MANAGER_LAUNCH_H
 #define STARTPLAN_EXAMPLES_PROCESS_MANAGER_LAUNCH_H
 
-#include <optional>
 #include <string>
-#include <thread>
+#include <utility>
 
 #include <startplan/application_manifest.h>
-#include <sys/types.h>
+#include <unistd.h>
 
-#include "descriptor.h"
+// Owns one file descriptor, or none.
+class Descriptor {
+public:
+    Descriptor() = default;
+    explicit Descriptor(int fd) : fd_(fd) {}
+    Descriptor(Descriptor&& other) noexcept : fd_(std::exchange(other.fd_, -1)) {}
+    Descriptor& operator=(Descriptor&& other) noexcept
+    {
+        std::swap(fd_, other.fd_); // `other` closes what was here
+        return *this;
+    }
+    ~Descriptor()
+    {
+        if (fd_ >= 0) {
+            close(fd_);
+        }
+    }
+    int Get() const { return fd_; }
 
-// A program that has been executed. Whoever holds it waits for it with Wait(), or leaves it to itself.
-struct Child {
-    Child(pid_t process, Descriptor readyPipe);
-    Child(Child&&) = default;
-    ~Child();
-
-    // To be called once `exit` is readable, or to wait until then; gives the status of waitpid().
-    int Wait();
-
-    pid_t pid;
-    std::thread watcher; // stands in where the system has no descriptors for processes
-    Descriptor exit;     // readable once the program has ended; its number stays its own until Wait()
-    Descriptor ready;    // what a program with "is_reporting" writes; else none
+private:
+    int fd_ = -1;
 };
 
-// Runs an application's program under `name`, with all that its entry says, and returns when it has been
-// executed. Nothing where that failed; the log says why.
-//
-// The program gets the manager's environment, over it the entry's "env", and two variables of the manager's:
-// APP_NAME, by which a member of a family learns which one it is, and READY_FD where the entry says
-// "is_reporting". Safe to call from several threads.
-std::optional<Child> Launch(const std::string& name, const ApplicationManifest& entry);
+// Keeps what the manager was started with away from the programs: all descriptors but standard output and
+// error. Raises the manager's own limit on descriptors. To be called once, before there are threads.
+void PrepareToLaunch();
 
-// Raises the limit on open descriptors as far as allowed; the programs still get the one from before.
-void RaiseDescriptorLimit();
+// Runs an application's program under `name`, with all that its entry says, and returns its process number
+// when it has been executed; -1 where that failed, which is logged. Threads may launch at the same time.
+//
+// The program leads a session of its own. Its environment is the manager's, over it the entry's "env", and two
+// variables of the manager's: APP_NAME, by which a member of a family learns which one it is, and READY_FD
+// where the entry says "is_reporting". What the program writes to that descriptor is read from `ready`.
+pid_t Launch(const std::string& name, const ApplicationManifest& entry, Descriptor& ready);
 
 #endif

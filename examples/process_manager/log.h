@@ -3,14 +3,19 @@
 
 #include <string>
 
-// One line on standard error, written at once, so that lines of several threads do not mix:
+#include <unistd.h>
+
+// Writes one line to standard error, in one piece, so that the lines of several threads do not mix:
 //
-//     process_manager 0.012 warning camera_2: cannot set the real-time policy: Operation not permitted
+//     process_manager warning camera_2: cannot set the real-time policy rr: Operation not permitted
 //
-// The time is in seconds since the manager began. An empty subject leaves out the name and its colon. The
+// `level` is "info", "warning" or "error"; without a `subject` the name and its colon are left out. The
 // library's own lines go to the system log.
-void LogInfo(const std::string& subject, const std::string& text);
-void LogWarning(const std::string& subject, const std::string& text);
-void LogError(const std::string& subject, const std::string& text);
+inline void Log(const char* level, const std::string& subject, const std::string& text)
+{
+    const std::string line =
+        std::string("process_manager ") + level + " " + subject + (subject.empty() ? "" : ": ") + text + "\n";
+    [[maybe_unused]] const ssize_t written = write(STDERR_FILENO, line.data(), line.size());
+}
 
 #endif

@@ -1,62 +1,36 @@
 #ifndef STARTPLAN_EXAMPLES_PROCESS_MANAGER_MANAGER_H
 #define STARTPLAN_EXAMPLES_PROCESS_MANAGER_MANAGER_H
 
-#include <atomic>
 #include <map>
-#include <memory>
 #include <string>
-#include <vector>
 
 #include "application.h"
 #include "configuration.h"
-#include "control.h"
-#include "restart_policy.h"
 
 // Starts, supervises and stops applications in the order of their dependencies.
-//
-// One thread hands out what the graphs of the requests allow; the applications' threads pop what has started
-// or stopped, and wake that thread to hand out more. No number limits how many are under way at once.
 class Manager {
 public:
-    Manager(const Configuration& configuration, const Limits& limits, Control& control);
+    // `names`, which can be started, and all that they need are to run.
+    Manager(const Configuration& configuration, const Names& names);
 
-    // Starts `names` and obeys until SIGTERM or SIGINT, then stops everything. True when all that was to be
-    // started had been started by then, and all has stopped.
-    bool Run(const std::vector<std::string>& names);
+    // All that is to run.
+    const Names& Applications() const { return names_; }
+
+    // Starts everything; true once that is complete. What needs an application whose start is not complete
+    // waits until a restart completes it or everything is to be stopped; the result is false then.
+    bool Start();
+
+    // Stops `names`, and before them what needs them; true when nothing of that runs any more. May be called
+    // while another thread is in Start(), which starts nothing of that from then on.
+    bool Stop(const Names& names);
 
 private:
-    struct StartRequest {
-        std::vector<std::string> names;
-        DependGraph graph;
-    };
-    struct StopRequest {
-        DependGraph graph;
-        std::atomic<std::size_t> underWay{0};
-    };
-    using StartPointer = std::shared_ptr<StartRequest>;
-
-    void Start(const std::vector<std::string>& requested);
-    bool HandOutStarts(const StartPointer& request);
-    void StartFamily(const StartPointer& request, const std::string& family);
-    void ReportWaiting(const StartRequest& request, const std::string& name) const;
-
-    void Stop(const std::vector<std::string>& names);
-    void HandOutStops();
-
-    void Obey(const Control::Command& command);
-    void End();
-    Application& Get(const std::string& name);
+    bool StartVertex(const std::string& vertex);
+    void ReportWaiting(const std::string& name) const;
 
     const Configuration& configuration_;
-    const Limits limits_;
-    Control& control_;
-    Wake progress_; // something has been popped, or failed
-    bool failed_ = false;
-    bool ending_ = false;
-    std::vector<StartPointer> starts_;  // those that are not complete
-    std::shared_ptr<StopRequest> stop_; // the one under way
-    // All that were ever started. Destroyed first: their threads use what stands above.
-    std::map<std::string, Application> applications_;
+    const Names names_;
+    std::map<std::string, Application> applications_; // does not change, the applications do
 };
 
 #endif

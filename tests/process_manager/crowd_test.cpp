@@ -34,7 +34,7 @@ TEST_F(CrowdTest, AThousandProgramsStartAndStopInACorrectOrder)
         }
         Add(names[i], depends[names[i]], {"ready"});
     }
-    Run({"--ready-time-out", "60000", "--all"});
+    Run({"--all"});
     WaitForLog("info started: ");
 
     EXPECT_EQ(EndOnceStarted(), 0);

@@ -70,6 +70,7 @@ ManagerTest::~ManagerTest()
         kill(manager_, SIGKILL);
         waitpid(manager_, nullptr, 0);
     }
+    CloseStandardInput();
     if (HasFailure()) {
         std::cerr << "--- trace\n" << ReadFile(tree_.Path("trace")) << "--- log\n" << Log() << "---\n";
     }
@@ -110,8 +111,7 @@ void ManagerTest::Run(const Texts& arguments)
     const char* manager = std::getenv("PROCESS_MANAGER");
     std::istringstream words(under != nullptr ? under : "");
     Texts all{std::istream_iterator<std::string>(words), {}};
-    all.insert(all.end(),
-               {manager != nullptr ? manager : PROCESS_MANAGER, top, "--control", tree_.Path("control")});
+    all.insert(all.end(), {manager != nullptr ? manager : PROCESS_MANAGER, top});
     all.insert(all.end(), arguments.begin(), arguments.end());
     std::vector<char*> argv;
     for (std::string& argument : all) {
@@ -119,8 +119,13 @@ void ManagerTest::Run(const Texts& arguments)
     }
     argv.push_back(nullptr);
     const std::string log = tree_.Path("log");
+    int requests[2] = {-1, -1};
+    ASSERT_EQ(pipe(requests), 0);
+    requests_ = requests[1];
     manager_ = fork();
     if (manager_ == 0) {
+        dup2(requests[0], STDIN_FILENO);
+        close(requests[1]);
         const gid_t extra = 65531; // for the manager to drop
         if (geteuid() == 0 && setgroups(1, &extra) != 0) {
             _exit(96);
@@ -129,15 +134,20 @@ void ManagerTest::Run(const Texts& arguments)
         execvp(argv[0], argv.data());
         _exit(97);
     }
+    close(requests[0]);
 }
 
-void ManagerTest::Order(const std::string& line) const
+void ManagerTest::Request(const std::string& line) const
 {
     WaitForLog("info started: ");
     const std::string text = line + "\n";
-    const int fd = open(tree_.Path("control").c_str(), O_WRONLY | O_NONBLOCK);
-    EXPECT_EQ(write(fd, text.data(), text.size()), static_cast<ssize_t>(text.size()));
-    close(fd);
+    EXPECT_EQ(write(requests_, text.data(), text.size()), static_cast<ssize_t>(text.size()));
+}
+
+void ManagerTest::CloseStandardInput()
+{
+    close(requests_);
+    requests_ = -1;
 }
 
 void ManagerTest::WaitForTrace(const std::string& line, int count) const

@@ -30,8 +30,9 @@ protected:
 
     // Runs the manager with arguments behind the path of the top-level file.
     void Run(const Texts& arguments);
-    // Gives an order once a request to start is complete.
-    void Order(const std::string& line) const;
+    // Writes a line to the manager's standard input once everything has started.
+    void Request(const std::string& line) const;
+    void CloseStandardInput();
 
     // Wait until it is so, and fail the test after four minutes, which a busy machine may need.
     void WaitForTrace(const std::string& line, int count = 1) const;
@@ -42,7 +43,7 @@ protected:
     int ExitStatus();
     // SIGTERM, and the exit status.
     int End();
-    // The same once a request to start is complete: what the programs trace comes a little earlier.
+    // The same once everything has started: what the programs trace comes a little earlier.
     int EndOnceStarted();
 
     Texts Trace() const;
@@ -62,6 +63,7 @@ protected:
 private:
     std::string startup_;
     pid_t manager_ = -1;
+    int requests_ = -1; // the manager's standard input
 };
 
 bool IsAlive(pid_t process);

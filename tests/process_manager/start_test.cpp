@@ -180,7 +180,7 @@ TEST_F(StartTest, AProgramRunsInRealTimeOrTheManagerWarns)
 
     WaitForLog("info started: app");
 
-    const bool warned = Log().find("warning app: cannot set the real-time policy: ") != std::string::npos;
+    const bool warned = Log().find("warning app: cannot set the real-time policy rr: ") != std::string::npos;
     ExpectDescribed("app policy " + std::to_string(warned ? SCHED_OTHER : SCHED_RR));
     EXPECT_EQ(EndOnceStarted(), 0);
 }
@@ -211,9 +211,9 @@ TEST_F(StartTest, WhatTheSystemRefusesIsAWarningAndTheProgramRuns)
 
     EXPECT_EQ(Count("ready app"), 1);
     EXPECT_NE(Log().find("warning app: cannot set the core affinity: Invalid argument"), std::string::npos);
-    EXPECT_NE(Log().find("warning app: unknown set_rt_type \"fast\": neither fifo nor rr"),
+    EXPECT_NE(Log().find("warning app: cannot set the real-time policy fast: Invalid argument"),
               std::string::npos);
-    EXPECT_NE(Log().find("warning app: cannot join cgroup /nowhere (cpu): No such file or directory"),
+    EXPECT_NE(Log().find("warning app: cannot join the control group /nowhere: No such file or directory"),
               std::string::npos);
     EXPECT_EQ(EndOnceStarted(), 0);
 }

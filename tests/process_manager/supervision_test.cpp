@@ -61,7 +61,7 @@ TEST_F(SupervisionTest, AKilledProgramIsRestartedAndItsEndLogged)
     WaitForTrace("ready app", 2);
 
     EXPECT_NE(ProcessOf("app"), first);
-    EXPECT_NE(Log().find("warning app: ended by signal 9 (SIGKILL)\n"), std::string::npos);
+    EXPECT_NE(Log().find("warning app: ended by signal 9\n"), std::string::npos);
     EXPECT_EQ(EndOnceStarted(), 0);
     EXPECT_EQ(Count("stop app"), 1);
 }
@@ -79,12 +79,12 @@ TEST_F(SupervisionTest, ExitStatusesAreLogged)
 TEST_F(SupervisionTest, OnFailureGivesUpAtTheLimitOnTheRate)
 {
     Add("app", {}, {"exit=1"}, "restart: on-failure");
-    Run({"--restarts", "3", "--all"});
+    Run({"--all"});
 
     WaitForLog("error app: is not restarted: the limit on the rate is reached\n");
 
     EXPECT_EQ(EndOnceStarted(), 0);
-    EXPECT_EQ(Count("start app"), 1 + 3);
+    EXPECT_EQ(Count("start app"), 1 + 5);
 }
 
 TEST_F(SupervisionTest, TheOtherPoliciesSlowDownAtTheLimitOnTheRate)
@@ -92,14 +92,14 @@ TEST_F(SupervisionTest, TheOtherPoliciesSlowDownAtTheLimitOnTheRate)
     Add("forever", {}, {"exit=0"}, "restart: on-forever");
     Add("until", {}, {"exit=1"}, "restart: on-until-succeed");
     const auto begin = std::chrono::steady_clock::now();
-    Run({"--restarts", "2", "--restart-window", "500", "--all"});
+    Run({"--all"});
 
-    WaitForTrace("start forever", 5);
-    WaitForTrace("start until", 5);
+    WaitForTrace("start forever", 7);
+    WaitForTrace("start until", 7);
     const auto passed = std::chrono::steady_clock::now() - begin;
 
-    // Two restarts at once, the next two half a second later.
-    EXPECT_GE(passed, std::chrono::milliseconds(500));
+    // Five restarts at once, the next one five seconds after the first of them.
+    EXPECT_GE(passed, std::chrono::seconds(5));
     EXPECT_EQ(EndOnceStarted(), 0);
 }
 
@@ -116,7 +116,7 @@ TEST_F(SupervisionTest, NoProgramStaysAZombie)
         WaitForLog("info short" + std::to_string(i) + ": exited with status 0\n");
         WaitForTrace("start restarted" + std::to_string(i), 2);
     }
-    WaitForLog("absent: has failed to start");
+    WaitForLog("absent: has not started");
 
     EXPECT_EQ(Children().size(), 10U);
     for (const auto& [process, state] : Children()) {
