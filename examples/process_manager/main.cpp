@@ -3,13 +3,13 @@
 // and manager.cpp; docs/tour.md walks through these calls.
 //
 // Read in this order: main.cpp, configuration.h, manager.cpp, application.cpp, launch.cpp.
-#include <algorithm>
 #include <csignal>
 #include <exception>
 #include <future>
 #include <iostream>
 #include <iterator>
 #include <sstream>
+#include <utility>
 
 #include <poll.h>
 #include <sys/signalfd.h>
@@ -51,7 +51,8 @@ int PrepareSignals()
     return signalfd(-1, &ends, SFD_CLOEXEC);
 }
 
-// Obeys the lines of standard input until a signal is there. The end of the input only ends the lines.
+// Obeys the lines of standard input until a signal is there; each is carried out to its end before anything else
+// is noticed. The end of the input only ends the lines.
 void Obey(Manager& manager, int signals)
 {
     std::string line;
@@ -89,16 +90,16 @@ ExitStatus Run(const std::string& top, const std::string& replace, const Names& 
     if (!configuration.Load(top, replace)) {
         return CANNOT_WORK;
     }
-    Names names = requested.empty() ? configuration.All() : requested;
-    const auto unknown = std::stable_partition(names.begin(), names.end(), [&](const std::string& name) {
-        return configuration.Find(name) != nullptr;
-    });
-    for (auto name = unknown; name != names.end(); ++name) {
-        Log("error", *name,
+    Names names;
+    for (const std::string& name : requested.empty() ? configuration.All() : requested) {
+        if (configuration.Find(name) != nullptr) {
+            names.push_back(name);
+            continue;
+        }
+        Log("error", name,
             "cannot be started: it is not configured, or a pattern and not one of its members");
     }
-    const bool allKnown = unknown == names.end();
-    names.erase(unknown, names.end());
+    const bool allKnown = names.size() >= requested.size();
 
     Manager manager(configuration, names);
     std::future<bool> start = std::async(std::launch::async, &Manager::Start, &manager);

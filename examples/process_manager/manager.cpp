@@ -1,6 +1,7 @@
 #include "manager.h"
 
 #include <algorithm>
+#include <chrono>
 #include <condition_variable>
 #include <exception>
 #include <functional>
@@ -11,6 +12,8 @@
 #include "log.h"
 
 namespace {
+
+using namespace std::chrono_literals;
 
 template <typename Texts>
 std::string Join(const Texts& texts)
@@ -58,6 +61,11 @@ std::set<std::string> WorkOff(DependGraph& graph, const Names& names,
             return left;
         }
         progress.wait(lock);
+        // A fork() costs time for each thread that there is, finished ones included.
+        const auto isOver = [](const auto& thread) {
+            return thread.wait_for(0s) == std::future_status::ready;
+        };
+        threads.erase(std::remove_if(threads.begin(), threads.end(), isOver), threads.end());
     }
 }
 
