@@ -24,7 +24,7 @@ class PatternOverlapCheck {
 public:
     PatternOverlapCheck(const Configuration& configuration, const std::vector<TableKey>& keys,
                         Findings& findings)
-        : tree_(configuration.tree), keys_(keys), findings_(findings)
+        : configuration_(configuration), tree_(configuration.tree), keys_(keys), findings_(findings)
     {}
 
     void Run()
@@ -45,29 +45,21 @@ public:
             begin = end;
         }
         if (next != nullptr) {
-            AddAt(next->pattern,
+            AddAt(next->pattern, kPatternOverlap,
                   {fmt::format("{} more patterns overlap with others, {} among them; {} are shown",
                                patterns - kMostFindings, Quote(*keys_[next->pattern].name), kMostFindings),
                    "as for the others: which entry a request gets is not defined",
-                   "make the patterns differ in their numbers, or in the text in front of the first \"<\""},
-                  {});
+                   "make the patterns differ in their numbers, or in the text in front of the first \"<\""});
         }
         if (search.StoppedAt()) {
-            AddAt(*search.StoppedAt(),
+            AddAt(*search.StoppedAt(), kOverlapLimit,
                   {"too many patterns begin with the same text: the search for overlaps stopped here",
-                   "further names may match two entries",
-                   "make the patterns differ in the text in front of the first \"<\""},
-                  {});
+                   "names that match two entries may remain unseen",
+                   "make the patterns differ in the text in front of the first \"<\""});
         }
     }
 
 private:
-    const SourceEntry* EntryOf(std::size_t key) const
-    {
-        const std::vector<std::size_t>& entries = tree_.EntriesNamed(*keys_[key].name);
-        return entries.empty() ? nullptr : &tree_.Entries()[entries.back()];
-    }
-
     void AddPattern(const Overlap* begin, const Overlap* end)
     {
         const std::string pattern = Quote(*keys_[begin->pattern].name);
@@ -77,13 +69,13 @@ private:
             end - begin == 1 ? "" : fmt::format("; {} more overlap with {}", end - begin - 1, pattern);
         std::vector<Place> related;
         for (const Overlap* overlap = begin; overlap != end && related.size() < kMostRelated; ++overlap) {
-            if (const SourceEntry* entry = EntryOf(overlap->other)) {
+            if (const SourceEntry* entry = EntryOf(configuration_, keys_[overlap->other])) {
                 related.push_back(
                     {tree_.PositionOf(*entry),
                      fmt::format("{} matches {}", Quote(*keys_[overlap->other].name), Quote(overlap->name))});
             }
         }
-        AddAt(begin->pattern,
+        AddAt(begin->pattern, kPatternOverlap,
               {(name == other ? fmt::format("{} also matches {}", pattern, other)
                               : fmt::format("{} and {} both match {}", pattern, other, name)) +
                    more,
@@ -94,15 +86,16 @@ private:
               std::move(related));
     }
 
-    void AddAt(std::size_t key, Wording wording, std::vector<Place> related)
+    void AddAt(std::size_t key, const Rule& rule, Wording wording, std::vector<Place> related = {})
     {
-        if (const SourceEntry* entry = EntryOf(key)) {
-            Finding finding = FindingAt(tree_, entry->visit, entry->key, kPatternOverlap, std::move(wording));
+        if (const SourceEntry* entry = EntryOf(configuration_, keys_[key])) {
+            Finding finding = FindingAt(tree_, entry->visit, entry->key, rule, std::move(wording));
             finding.related = std::move(related);
             findings_.Add(std::move(finding));
         }
     }
 
+    const Configuration& configuration_;
     const SourceTree& tree_;
     const std::vector<TableKey>& keys_;
     Findings& findings_;

@@ -67,10 +67,10 @@ public:
                                      "give the application a shorter name"}));
             return;
         }
-        pieces_ = PiecesOf(name_);
-        if (pieces_.size() == 1 && pieces_[0].IsText()) {
+        if (!ParseAndDepend().IsDynamicPara(name_)) {
             return;
         }
+        pieces_ = PiecesOf(name_);
         std::size_t begin = 0;
         for (std::size_t i = 0; i < pieces_.size(); ++i) {
             CheckPiece(i, begin);

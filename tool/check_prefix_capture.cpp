@@ -16,16 +16,11 @@ namespace {
 constexpr std::size_t kMostFindings = 20;
 constexpr std::size_t kMostRelated = 3;
 
-bool BeginsWith(std::string_view text, std::string_view beginning)
-{
-    return text.substr(0, beginning.size()) == beginning;
-}
-
 class PrefixCaptureCheck {
 public:
     PrefixCaptureCheck(const Configuration& configuration, const std::vector<TableKey>& keys,
                        Findings& findings)
-        : tree_(configuration.tree), keys_(keys), findings_(findings)
+        : configuration_(configuration), tree_(configuration.tree), keys_(keys), findings_(findings)
     {}
 
     void Run()
@@ -91,15 +86,9 @@ private:
         captured_.clear();
     }
 
-    const SourceEntry* EntryOf(const TableKey& key) const
-    {
-        const std::vector<std::size_t>& entries = tree_.EntriesNamed(*key.name);
-        return entries.empty() ? nullptr : &tree_.Entries()[entries.back()];
-    }
-
     void AddGroup()
     {
-        const SourceEntry* entry = EntryOf(*shortest_);
+        const SourceEntry* entry = EntryOf(configuration_, *shortest_);
         if (entry == nullptr) {
             return;
         }
@@ -113,7 +102,7 @@ private:
                                      EffectOf(captured_.front()),
                                      fmt::format("give {} a name that no other name begins with", shortest)});
         for (std::size_t i = 0; i < std::min(captured_.size(), kMostRelated); ++i) {
-            if (const SourceEntry* other = EntryOf(*captured_[i].key)) {
+            if (const SourceEntry* other = EntryOf(configuration_, *captured_[i].key)) {
                 finding.related.push_back({tree_.PositionOf(*other), Quote(names[i])});
             }
         }
@@ -151,7 +140,7 @@ private:
 
     void AddSummary()
     {
-        if (const SourceEntry* entry = EntryOf(*next_)) {
+        if (const SourceEntry* entry = EntryOf(configuration_, *next_)) {
             findings_.Add(
                 FindingAt(tree_, entry->visit, entry->key, kPrefixCapture,
                           {fmt::format("{} more names also match others, {} among them; {} are shown",
@@ -162,6 +151,7 @@ private:
         }
     }
 
+    const Configuration& configuration_;
     const SourceTree& tree_;
     const std::vector<TableKey>& keys_;
     Findings& findings_;

@@ -32,11 +32,14 @@ public:
 
     void Run()
     {
-        for (std::size_t name = 0; name < index_.Size() && stepsLeft_ > 0; ++name) {
+        for (std::size_t name = 0; name < index_.Size() && stoppedAt_ == kNone; ++name) {
             CheckName(name);
         }
         if (count_ > kMostFindings) {
             AddSummary();
+        }
+        if (stoppedAt_ != kNone) {
+            AddStop();
         }
     }
 
@@ -87,6 +90,7 @@ private:
             }
             for (const DependencyIndex::Dependency& further : index_.DependenciesOf(dependency.target)) {
                 if (stepsLeft_ == 0) {
+                    stoppedAt_ = name;
                     return;
                 }
                 --stepsLeft_;
@@ -124,9 +128,19 @@ private:
         findings_.Add(FindingAt(
             tree_, index_.EntryOf(name).visit, *dependency->item, kRedundantDependency,
             {fmt::format("{}{} applications more have such dependencies, {} among them; {} are shown",
-                         stepsLeft_ == 0 ? "at least " : "", count_ - kMostFindings,
+                         stoppedAt_ == kNone ? "" : "at least ", count_ - kMostFindings,
                          Quote(index_.Names()[name]), kMostFindings),
              "", ""}));
+    }
+
+    void AddStop()
+    {
+        const SourceEntry& entry = index_.EntryOf(stoppedAt_);
+        findings_.Add(FindingAt(tree_, entry.visit, entry.key, kRedundantDependency,
+                                {fmt::format("the dependencies of {} and of the names behind it, in "
+                                             "alphabetical order, were not looked at: there are too many",
+                                             Quote(index_.Names()[stoppedAt_])),
+                                 "", ""}));
     }
 
     const SourceTree& tree_;
@@ -137,7 +151,8 @@ private:
     std::vector<std::size_t> through_;  // for the dependencies of the name at hand: the way round
     std::vector<std::size_t> neededBy_; // the last name that was seen to depend on each
     std::size_t stepsLeft_;
-    std::size_t count_ = 0;                                           // applications with such dependencies
+    std::size_t stoppedAt_ = kNone; // the name at which the steps were used up
+    std::size_t count_ = 0;         // applications with such dependencies
     std::pair<std::size_t, const DependencyIndex::Dependency*> next_; // the first one that is not shown
 };
 

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 #include <fmt/format.h>
@@ -39,6 +40,14 @@ std::string Explanation(const PieceMatch& match)
                    : fmt::format("{}; what follows is not looked at: \"{}\"", text, Printable(match.rest));
     }
     return fmt::format("{} {}", text, match.reason);
+}
+
+// Of the last entry with that name: the one whose dependencies count.
+std::optional<Position> PositionOf(const Configuration& configuration, const KeyMatch& key)
+{
+    const std::size_t app = configuration.FindApp(key.key);
+    const SourceEntry* entry = app == kNone ? nullptr : configuration.EntryOf(app);
+    return entry == nullptr ? std::nullopt : std::optional(configuration.tree.PositionOf(*entry));
 }
 
 class MatchPrinter {
@@ -84,7 +93,7 @@ private:
 
     void PrintKey(const KeyMatch& key, const std::string& remark)
     {
-        const auto position = configuration_.PositionOfApp(key.key);
+        const auto position = PositionOf(configuration_, key);
         session_.Print(fmt::format("  {}{}{}\n", Printable(key.key),
                                    position ? "  " + Printable(ToText(*position)) : std::string(), remark));
         std::size_t width = 0;
@@ -119,7 +128,7 @@ private:
 Json KeyJson(const Configuration& configuration, const KeyMatch& key)
 {
     Json json{{"key", key.key}};
-    if (const auto position = configuration.PositionOfApp(key.key)) {
+    if (const auto position = PositionOf(configuration, key)) {
         json["position"] = PositionJson(*position);
     }
     json["pieces"] = Json::array();

@@ -13,11 +13,6 @@ namespace {
 // Enough for a pattern that matches everything.
 constexpr std::size_t kComparisonsForEachKey = 4;
 
-bool BeginsWith(std::string_view text, std::string_view beginning)
-{
-    return text.substr(0, beginning.size()) == beginning;
-}
-
 // The bytes that may follow a pattern's lead in a name.
 std::bitset<256> BytesBehindLead(const std::vector<PatternPiece>& pieces)
 {

@@ -103,8 +103,9 @@ const Rule kRedundantDependency = {
     "each application, for 20 applications at most. It is no mistake. In a request that names all three the\n"
     "longer way gives the same order; in one that leaves the one between out, it does not, since a request\n"
     "is followed one step only.\n\n"
-    "Looks one step further and not along longer ways, and stops looking after 64 steps for each dependency\n"
-    "of the tree. Says nothing about families, cycles and dropped applications.",
+    "Looks one step further and not along longer ways. Where that takes more than 64 steps for each\n"
+    "dependency of the tree, a last finding says where it stopped. Says nothing about families, cycles and\n"
+    "dropped applications.",
     "net:\n"
     "  bin_path: /bin/net\n"
     "db:\n"

@@ -60,6 +60,19 @@ const Rule kNameTooLong = {
     "Give the application a shorter name.",
 };
 
+const Rule kOverlapLimit = {
+    "overlap-limit",
+    RuleGroup::PATTERNS,
+    Level::NOTE,
+    "too many patterns to look for every pattern-overlap",
+    "Patterns that begin with the same text and are more than one list of numbers behind it are compared\n"
+    "with each other, which ends after three million steps in all: less than a second. That is enough for\n"
+    "more than a hundred such patterns. Shows the first pattern that was not compared with all others.",
+    "",
+    "None. But there may be names that match two entries, and that this command does not find.",
+    "Make the patterns differ in the text in front of the first \"<\"; then fewer are compared.",
+};
+
 const Rule kPatternOverlap = {
     "pattern-overlap",
     RuleGroup::PATTERNS,
@@ -68,9 +81,8 @@ const Rule kPatternOverlap = {
     "Found where some name matches two entries, at least one of which is a pattern, and shows the shortest\n"
     "such name. The name need not be in any file. Found once for each pattern, for 20 patterns at most. A\n"
     "plain name in front of a pattern is prefix-capture.\n\n"
-    "The search is exact, and ends after about a second: where very many patterns begin with the same text,\n"
-    "a last finding says where it stopped. Of patterns that are one text and one list of numbers, each that\n"
-    "overlaps is found, but not each pair.",
+    "The search is exact, but for a limit: see overlap-limit. Of patterns that are one text and one list of\n"
+    "numbers, each that overlaps is found, but not each pair.",
     "\"app_<1-3>\":\n"
     "  bin_path: /bin/app\n"
     "\"app_<2-5>\":\n"
@@ -122,8 +134,8 @@ const Rule kUnanchoredTail = {
 
 std::vector<const Rule*> PatternRules()
 {
-    return {&kAdjacentDynamic, &kBadInterval,   &kEmptyIntervalItem, &kNameTooLong,
-            &kPatternOverlap,  &kPrefixCapture, &kUnanchoredTail};
+    return {&kAdjacentDynamic, &kBadInterval,    &kEmptyIntervalItem, &kNameTooLong,
+            &kOverlapLimit,    &kPatternOverlap, &kPrefixCapture,     &kUnanchoredTail};
 }
 
 } // namespace tool

@@ -9,6 +9,7 @@ extern const Rule kAdjacentDynamic;
 extern const Rule kBadInterval;
 extern const Rule kEmptyIntervalItem;
 extern const Rule kNameTooLong;
+extern const Rule kOverlapLimit;
 extern const Rule kPatternOverlap;
 extern const Rule kPrefixCapture;
 extern const Rule kUnanchoredTail;

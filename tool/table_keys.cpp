@@ -24,4 +24,15 @@ std::vector<TableKey> TableKeys(const Configuration& configuration)
     return keys;
 }
 
+const SourceEntry* EntryOf(const Configuration& configuration, const TableKey& key)
+{
+    const std::size_t app = configuration.FindApp(*key.name);
+    return app == kNone ? nullptr : configuration.EntryOf(app);
+}
+
+bool BeginsWith(std::string_view text, std::string_view beginning)
+{
+    return text.substr(0, beginning.size()) == beginning;
+}
+
 } // namespace tool

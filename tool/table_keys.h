@@ -23,6 +23,11 @@ struct TableKey {
 // begins with a given text stand together, the text itself first.
 std::vector<TableKey> TableKeys(const Configuration& configuration);
 
+// The entry whose dependencies the key has; null if the files changed while they were read.
+const SourceEntry* EntryOf(const Configuration& configuration, const TableKey& key);
+
+bool BeginsWith(std::string_view text, std::string_view beginning);
+
 } // namespace tool
 
 #endif
