@@ -143,19 +143,16 @@ const std::vector<Explained>& ExplainedLines()
     static const std::vector<Explained> kLines = {
         {"Get sub yaml of %s, the type is not map", {"root-not-mapping", "entry-not-mapping"}},
         {"Get yaml array, the type is not map",
-         {"root-not-mapping", "entry-not-mapping", "scalar-for-map", "list-for-map", "no-replace-data",
-          "map-for-scalar", "empty-value"}},
+         {"root-not-mapping", "entry-not-mapping", "list-for-map", "no-replace-data", "empty-value"}},
         {"init yaml paser failed", {"not-yaml", "unreadable-file"}},
         {"open failed", {"unreadable-file"}},
         {"root node is nullptr", {"empty-file"}},
         {"%s is a directory.", {"unreadable-file"}},
         {"%s is invalid yaml file!", {"root-not-mapping"}},
         {"CheckApplicationsAndDepend error",
-         {"missing-dependency", "dependency-is-pattern-instance", "empty-dependency",
-          "dependency-near-miss"}},
+         {"missing-dependency", "dependency-is-pattern-instance", "empty-dependency", "dependency-spelling"}},
         {"CheckInputPath path=%s failed", {"path-refused", "unknown-placeholder"}},
-        {"CreateVehicleData failed, %s is invalid yaml file, %s 's value",
-         {"no-replace-data", "scalar-for-map", "list-for-map", "empty-value"}},
+        {"CreateVehicleData failed, %s is invalid yaml file, %s 's value", {"no-replace-data"}},
         {"first layer is not an array", {"root-not-mapping", "not-yaml", "empty-file", "unreadable-file"}},
         {"ParseToApplication error", {}},
         {"will be covered", {"duplicate-application", "file-listed-twice"}},
@@ -165,9 +162,12 @@ const std::vector<Explained>& ExplainedLines()
         {"No startup file to load!", {"no-startup-file", "not-yaml", "empty-file", "root-not-mapping"}},
         {"GetStartupPriority=%d is not in 0-255", {"priority-range"}},
         {"arguments:%lu is beyond max", {"too-many-arguments"}},
-        {"sharepool_group config is not array", {"scalar-for-map", "list-for-map", "empty-value"}},
+        {"sharepool_group config is not array", {"list-for-map", "empty-value"}},
         {"sharepool_group config=%s is illegal", {"bad-permission"}},
-        {"restart cfg is invalid", {"bad-restart", "empty-value", "map-for-scalar", "list-for-scalar"}},
+        {"restart cfg is invalid", {"bad-restart", "empty-value", "map-for-scalar"}},
+        {"node_type is null", {"empty-value", "map-for-scalar"}},
+        {"no env config!", {"list-for-map", "empty-value"}},
+        {"no cgroups config!", {"list-for-map", "empty-value"}},
         {"cfg isn't complete", {"incomplete-entry", "entry-not-mapping"}},
         {"getgrnam failed", {"unknown-group"}},
         {"getpwnam failed", {"unknown-user"}},
@@ -217,8 +217,7 @@ void ExpectFindingsToBeSaid(const Verdict& verdict, const Opinion& opinion)
 void ExpectSameDrops(const Verdict& verdict, const Opinion& opinion)
 {
     std::vector<const Finding*> findings;
-    for (const char* rule :
-         {"missing-dependency", "dependency-is-pattern-instance", "dependency-near-miss"}) {
+    for (const char* rule : {"missing-dependency", "dependency-is-pattern-instance", "dependency-spelling"}) {
         const auto some = opinion.Of(rule);
         findings.insert(findings.end(), some.begin(), some.end());
     }
