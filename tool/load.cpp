@@ -1,5 +1,7 @@
 #include "tool/load.h"
 
+#include <utility>
+
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
 
@@ -85,7 +87,12 @@ void SayWhatWasDropped(const Session& session, const Configuration& configuratio
 
 Configuration LoadForWork(const Session& session, const std::string& top)
 {
-    Configuration configuration = LoadConfiguration(RequestFor(session.Options(), top));
+    return LoadForWork(session, RequestFor(session.Options(), top));
+}
+
+Configuration LoadForWork(const Session& session, ConfigurationRequest request)
+{
+    Configuration configuration = LoadConfiguration(std::move(request));
     session.Show(configuration.lines);
     CheckRefusals(session, configuration);
     CheckReplaceFile(configuration);

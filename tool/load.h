@@ -14,6 +14,7 @@ namespace tool {
 // device would have. Says on standard error what was dropped. Throws Failure where there is nothing to
 // work on: refused input, a top-level or replace file that cannot be read.
 Configuration LoadForWork(const Session& session, const std::string& top);
+Configuration LoadForWork(const Session& session, ConfigurationRequest request);
 
 // EXIT_FINDINGS if the library's result is not 0.
 ExitStatus StatusOf(const Configuration& configuration);

@@ -13,17 +13,6 @@ namespace tool {
 
 namespace {
 
-void AddDefinitions(const std::vector<std::string>& given, CommonOptions& options)
-{
-    for (const std::string& definition : given) {
-        const std::size_t equals = definition.find('=');
-        if (equals == std::string::npos) {
-            throw UsageFailure(fmt::format("-D {}: write NAME=VALUE", definition));
-        }
-        options.definitions[definition.substr(0, equals)] = definition.substr(equals + 1);
-    }
-}
-
 void AddColor(CLI::App& app, CommonOptions& options)
 {
     app.add_flag("--color{always}", options.color,
@@ -48,7 +37,11 @@ void AddCommonOptions(CLI::App& app, CommonOptions& options)
     text("-r,--replace-data", options.replaceFile, "FILE", "Values of the ${NAME} placeholders in paths");
     app.add_option_function<std::vector<std::string>>(
            "-D,--define",
-           [&options](const std::vector<std::string>& given) { AddDefinitions(given, options); },
+           [&options](const std::vector<std::string>& given) {
+               for (auto& [name, value] : ReadDefinitions("-D", given)) {
+                   options.definitions[name] = value;
+               }
+           },
            "One more such value; goes before the file's")
         ->type_name("NAME=VALUE")
         ->type_size(1)
@@ -64,6 +57,20 @@ void AddCommonOptions(CLI::App& app, CommonOptions& options)
         ->group("Common options");
     app.add_flag("-v,--verbose", options.isVerbose, "Show what the library logs, on standard error")
         ->group("Common options");
+}
+
+std::map<std::string, std::string> ReadDefinitions(const std::string& option,
+                                                   const std::vector<std::string>& given)
+{
+    std::map<std::string, std::string> definitions;
+    for (const std::string& definition : given) {
+        const std::size_t equals = definition.find('=');
+        if (equals == std::string::npos) {
+            throw UsageFailure(fmt::format("{} {}: write NAME=VALUE", option, definition));
+        }
+        definitions[definition.substr(0, equals)] = definition.substr(equals + 1);
+    }
+    return definitions;
 }
 
 std::string TakeTop(const CommonOptions& options, std::vector<std::string>& words)

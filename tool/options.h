@@ -32,6 +32,10 @@ struct CommonOptions {
 // before the command's name as well as behind it.
 void AddCommonOptions(CLI::App& app, CommonOptions& options);
 
+// What is given as NAME=VALUE; of a name that comes twice the last one. Throws UsageFailure for anything else.
+std::map<std::string, std::string> ReadDefinitions(const std::string& option,
+                                                   const std::vector<std::string>& given);
+
 // The top-level file: of -c, or else the first of `words`, which is then taken off. Throws UsageFailure
 // where there is neither.
 std::string TakeTop(const CommonOptions& options, std::vector<std::string>& words);
