@@ -1,0 +1,74 @@
+#include <cstdint>
+#include <limits>
+#include <string>
+
+#include <CLI/CLI.hpp>
+#include <fmt/format.h>
+#include <nlohmann/json.hpp>
+
+#include "tool/check.h"
+#include "tool/command.h"
+#include "tool/load.h"
+#include "tool/report_data.h"
+#include "tool/report_page.h"
+#include "tool/report_requests.h"
+
+namespace tool {
+
+namespace {
+
+class ReportCommand : public Command {
+public:
+    void Define(CLI::App& app) override
+    {
+        app.add_option("--jobs", jobs_, "At most so many at a time in the time line; any number without this")
+            ->type_name("N")
+            ->allow_extra_args(false)
+            ->check(CLI::Range(std::uint32_t{1}, std::numeric_limits<std::uint32_t>::max()))
+            ->group("Options");
+        app.add_option("--title", title_, "The page's title, instead of the top-level file's path")
+            ->type_name("TEXT")
+            ->allow_extra_args(false)
+            ->group("Options");
+    }
+
+    ExitStatus Run(Session& session, std::vector<std::string> words) override
+    {
+        const std::string top = TakeTop(session.Options(), words);
+        RefuseWords(words);
+        const Configuration configuration = LoadForWork(session, top);
+        const CheckResult result = Check(configuration, {}, RuleLevels());
+        const ReportRequests requests = MakeReportRequests(configuration, jobs_);
+        session.Print(ReportPage(title_.empty() ? top : title_, ReportData(result, requests)));
+        const bool isBad = result.Count(Level::ERROR) + result.Count(Level::WARNING) != 0 ||
+                           requests.start.plan.result != 0 || requests.stop.plan.result != 0;
+        return isBad ? EXIT_FINDINGS : StatusOf(configuration);
+    }
+
+private:
+    std::uint32_t jobs_ = 0;
+    std::string title_;
+};
+
+constexpr char kHelp[] =
+    "One page for a browser, with everything in it and without any need of a network: what check finds, "
+    "every\n"
+    "setting of every application in a table to search and sort, the graph to pan, zoom and search, the\n"
+    "rounds in which all applications start and stop, and their time line, with the durations that simulate\n"
+    "takes by default.\n\n"
+    "Exit status: 0 done, 1 the page shows a warning, an error or a cycle, or the library's result is not "
+    "0,\n"
+    "2 the work could not be done. The page is written for 0 and 1.\n"
+    "Example: startplan report -o report.html top.yaml";
+
+const CommandEntry kEntry({"report",
+                           "[TOP]",
+                           "All about a configuration, as one page for a browser",
+                           kHelp,
+                           Section::LOOK,
+                           {"html"},
+                           []() -> std::unique_ptr<Command> { return std::make_unique<ReportCommand>(); }});
+
+} // namespace
+
+} // namespace tool

@@ -1,0 +1,36 @@
+#ifndef STARTPLAN_TOOL_REPORT_REQUESTS_H
+#define STARTPLAN_TOOL_REPORT_REQUESTS_H
+
+#include <cstddef>
+#include <functional>
+#include <string>
+
+#include "tool/configuration.h"
+#include "tool/graph_picture.h"
+#include "tool/request_plan.h"
+#include "tool/session.h"
+#include "tool/simulation.h"
+
+namespace tool {
+
+// One request for all applications, and its time line.
+struct ReportRequest {
+    RequestPlan plan;
+    TimeLine line;
+};
+
+struct ReportRequests {
+    ReportRequest start;
+    ReportRequest stop;
+};
+
+// Both requests, each with the durations that simulate takes.
+ReportRequests MakeReportRequests(const Configuration& configuration, std::size_t jobs);
+
+// The rounds, what is wrong with the request, and the time line as "steps": node, start, end, slack, and
+// whether it is critical, one after the other.
+Json RequestJson(const ReportRequest& request, const GraphPicture& picture);
+
+} // namespace tool
+
+#endif
