@@ -8,15 +8,11 @@
 #include <vector>
 
 #include "startplan/parse_and_depend.h"
+#include "tool/components.h"
 #include "tool/cycles.h"
 #include "tool/source_tree.h"
 
 namespace tool {
-
-using Vertex = std::uint32_t;
-
-// Of each vertex the vertices that its edges lead to.
-using Successors = std::vector<std::vector<Vertex>>;
 
 // A graph of names as plain data: numbers stand for names, so that walks are fast and need no stack. A
 // smaller name has a smaller number, so whatever is sorted by number is sorted by name.
