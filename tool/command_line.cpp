@@ -64,12 +64,17 @@ private:
     CommandInfo info_;
 };
 
-// The words of CLI11 for a value that is left out are hard to read.
+constexpr std::string_view kNoConversion = "Could not convert: ";
+
+// The words of CLI11 for a value that is left out or no number are hard to read.
 std::string ReasonOf(const CLI::ParseError& error)
 {
     std::string text = error.what(); // not const, so that the return below moves it
     if (error.get_name() == "ArgumentMismatch") {
         return fmt::format("{} needs a value", text.substr(0, text.find(':')));
+    }
+    if (error.get_name() == "ConversionError" && text.rfind(kNoConversion, 0) == 0) {
+        return fmt::format("{} is no number", text.substr(kNoConversion.size()));
     }
     return text;
 }
