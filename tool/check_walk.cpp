@@ -6,7 +6,6 @@
 #include <vector>
 
 #include <fmt/format.h>
-#include <sys/stat.h>
 
 #include "tool/printable.h"
 #include "tool/rules_tree.h"
@@ -18,10 +17,8 @@ namespace {
 constexpr std::size_t kLimit = 199;
 constexpr std::size_t kNearLimit = 180;
 
-// A file by itself, however its path is spelled.
-using Identity = std::pair<dev_t, ino_t>;
-// A place in it.
-using ItemIdentity = std::tuple<Identity, std::uint32_t, std::uint32_t>;
+// A place in a file, however the file's path is spelled.
+using ItemIdentity = std::tuple<FileIdentity, std::uint32_t, std::uint32_t>;
 
 class WalkCheck {
 public:
@@ -31,7 +28,6 @@ public:
 
     void Run()
     {
-        ReadIdentities();
         const std::size_t count = tree_.Visits().size();
         isRepeat_.assign(count, false);
         for (std::size_t visit = 0; visit < count; ++visit) {
@@ -44,16 +40,7 @@ public:
     }
 
 private:
-    void ReadIdentities()
-    {
-        for (const SourceFile& file : tree_.Files()) {
-            struct stat status = {};
-            const bool isThere = file.IsLoaded() && stat(file.Path().c_str(), &status) == 0;
-            identities_.push_back(isThere ? Identity(status.st_dev, status.st_ino) : Identity());
-        }
-    }
-
-    const Identity& IdentityOf(std::size_t visit) const { return identities_[tree_.Visits()[visit].file]; }
+    const FileIdentity& IdentityOf(std::size_t visit) const { return tree_.FileOf(visit).Identity(); }
 
     // Of a circle that is walked many times only the first closing is told.
     void CheckCycle(std::size_t number)
@@ -160,9 +147,8 @@ private:
 
     const SourceTree& tree_;
     Findings& findings_;
-    std::vector<Identity> identities_; // of the tree's files; zeros for a file that is not loaded
-    std::vector<bool> isRepeat_;       // below the closing of a circle, or that closing
-    std::map<std::pair<bool, Identity>, std::size_t> firsts_;
+    std::vector<bool> isRepeat_; // below the closing of a circle, or that closing
+    std::map<std::pair<bool, FileIdentity>, std::size_t> firsts_;
     bool hasCycle_ = false;
 };
 

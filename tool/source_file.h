@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace tool {
@@ -50,6 +51,8 @@ enum class FileState : std::uint8_t {
     REFUSED,    // must not be given to the library: error and its mark
 };
 
+using FileIdentity = std::pair<std::uint64_t, std::uint64_t>;
+
 // One YAML file with the place of everything in it: the first document, as the library reads it, made from
 // libyaml's events.
 //
@@ -70,6 +73,8 @@ public:
     // Where a second document begins, which the library never looks at.
     std::optional<Mark> ExtraDocument() const { return extraDocument_; }
     std::size_t Bytes() const { return bytes_.size(); }
+    // The same for two paths that lead to one file; zeros for a file that could not be opened.
+    const FileIdentity& Identity() const { return identity_; }
     // All that is in the file, as far as it was read.
     std::string_view Content() const { return bytes_; }
 
@@ -103,6 +108,7 @@ private:
     Mark errorMark_;
     int errorNumber_ = 0;
     std::optional<Mark> extraDocument_;
+    FileIdentity identity_;
     std::string bytes_;
     NodeUse root_;
     std::vector<SourceNode> nodes_;

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include <fmt/format.h>
+#include <sys/stat.h>
 
 #include "tool/file_guard.h"
 #include "tool/yaml_owner.h"
@@ -51,6 +52,10 @@ bool SourceFileReader::ReadBytes()
         file_.errorNumber_ = errno;
         Stop(FileState::UNREADABLE, std::strerror(errno), {});
         return false;
+    }
+    struct stat status = {};
+    if (fstat(fileno(input.get()), &status) == 0) {
+        file_.identity_ = {status.st_dev, status.st_ino};
     }
     std::string& bytes = file_.bytes_;
     constexpr std::size_t kChunk = 1 << 16;
