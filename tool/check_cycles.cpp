@@ -24,12 +24,19 @@ constexpr std::size_t kMostShown = 12; // names of one cycle
 Waits WaitsOf(const DependencyIndex& index)
 {
     Waits waits;
+    std::vector<std::size_t> targets;
     for (std::size_t name = 0; name < index.Size(); ++name) {
-        auto& row = waits.emplace_hint(waits.end(), index.Names()[name], std::set<std::string>())->second;
+        targets.clear();
         for (const DependencyIndex::Dependency& dependency : index.DependenciesOf(name)) {
             if (dependency.target != kNone) {
-                row.emplace(index.Names()[dependency.target]);
+                targets.push_back(dependency.target);
             }
+        }
+        // In ascending order nothing has to be searched for.
+        std::sort(targets.begin(), targets.end());
+        auto& row = waits.emplace_hint(waits.end(), index.Names()[name], std::set<std::string>())->second;
+        for (const std::size_t target : targets) {
+            row.emplace_hint(row.end(), index.Names()[target]);
         }
     }
     return waits;
