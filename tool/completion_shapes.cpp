@@ -152,7 +152,7 @@ std::vector<ArgumentShape> ArgumentShapes(std::string_view usage)
                    word.end());
         const std::size_t dots = word.find("...");
         argument.isRepeated = dots != std::string::npos;
-        word = word.substr(0, dots); // what may follow is an option to take instead
+        word.resize(std::min(dots, word.size())); // what may follow is an option to take instead
         argument.isTop = word == "TOP";
         Words words = WordsFor(word);
         argument.kind = words.kind;

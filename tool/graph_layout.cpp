@@ -78,7 +78,7 @@ private:
             offsets.push_back(offset);
             blocks.push_back({Wanted(layer[i], isForwards) - offset, 1, i + 1});
             while (blocks.size() > 1) {
-                Block& last = blocks.back();
+                const Block& last = blocks.back();
                 Block& before = blocks[blocks.size() - 2];
                 if (before.sum / before.count <= last.sum / last.count) {
                     break;

@@ -44,7 +44,8 @@ const Rule kEmptyValue = {
     Level::WARNING,
     "a key with nothing behind it",
     "A key has nothing or \"\" behind it, and reads as something else than it would if it were left out, or\n"
-    "makes the library log a warning. An error for \"uid\" and \"gid\", which become root's. Every other key\n"
+    "makes the library log a warning. An error for \"uid\" and \"gid\", which become root's. Every other "
+    "key\n"
     "whose empty value is its default is silent.\n"
     "\n"
     "Also a text that looks empty and is not: \"~\" and \"null\" are texts of one and of four letters.",
