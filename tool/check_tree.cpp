@@ -130,7 +130,9 @@ private:
         if (file.State() == FileState::NOT_YAML) {
             add(kNotYaml, file.ErrorMark(), "this is not YAML: " + Printable(file.Error()),
                 "the library skips the whole file; " + loss,
-                "correct the file at or a little before this place");
+                file.LineFrom(file.ErrorMark()).substr(0, 1) == "\t"
+                    ? "indent with spaces, not with a tab"
+                    : "correct the file at or a little before this place");
             return;
         }
         if (file.State() == FileState::EMPTY) {
