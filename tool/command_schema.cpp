@@ -1,3 +1,5 @@
+#include <optional>
+
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 #include <nlohmann/json.hpp>
@@ -5,32 +7,38 @@
 #include "tool/command.h"
 #include "tool/file_schema.h"
 #include "tool/key_page.h"
+#include "tool/output_schema.h"
 #include "tool/suggest.h"
 
 namespace tool {
 
 namespace {
 
-struct NamedKind {
+// A schema by its name; of a kind of file, or of our own output.
+struct NamedSchema {
     const char* name;
-    FileKind kind;
+    std::optional<FileKind> file;
+    Json (*output)();
 };
 
-constexpr NamedKind kKinds[] = {
-    {"startup", FileKind::STARTUP}, {"top", FileKind::TOP_LEVEL}, {"replace", FileKind::REPLACE}};
+constexpr NamedSchema kSchemas[] = {{"startup", FileKind::STARTUP, nullptr},
+                                    {"top", FileKind::TOP_LEVEL, nullptr},
+                                    {"replace", FileKind::REPLACE, nullptr},
+                                    {"diagnostics", std::nullopt, DiagnosticsSchema},
+                                    {"plan", std::nullopt, PlanSchema}};
 
 // The first one without a word.
-FileKind TakeFileKind(std::vector<std::string>& words)
+const NamedSchema& TakeSchema(std::vector<std::string>& words)
 {
     if (words.empty()) {
-        return kKinds[0].kind;
+        return kSchemas[0];
     }
     const std::string word = words.front();
     words.erase(words.begin());
     std::vector<std::string> names;
-    for (const NamedKind& known : kKinds) {
+    for (const NamedSchema& known : kSchemas) {
         if (word == known.name) {
-            return known.kind;
+            return known;
         }
         names.emplace_back(known.name);
     }
@@ -42,14 +50,17 @@ class SchemaCommand : public Command {
 public:
     ExitStatus Run(Session& session, std::vector<std::string> words) override
     {
-        const FileKind kind = TakeFileKind(words);
+        const NamedSchema& schema = TakeSchema(words);
         RefuseWords(words);
-        if (session.Options().format == "markdown") {
-            session.Print(KeyTable(kind));
-            session.Print(kind == FileKind::STARTUP ? "\n" + OutcomeTable() : "");
+        if (session.Options().format != "markdown") {
+            session.PrintJson(schema.file ? FileSchema(*schema.file) : schema.output());
             return EXIT_DONE;
         }
-        session.PrintJson(FileSchema(kind));
+        if (!schema.file) {
+            throw UsageFailure(fmt::format("the schema \"{}\" has no keys to make a table of", schema.name));
+        }
+        session.Print(KeyTable(*schema.file));
+        session.Print(*schema.file == FileKind::STARTUP ? "\n" + OutcomeTable() : "");
         return EXIT_DONE;
     }
 };
@@ -63,11 +74,13 @@ constexpr char kHelp[] =
     "Unknown keys are refused; keys that begin with \"x-\" are yours. \"check\" finds more than a schema "
     "can.\n"
     "With --format markdown: the same keys as tables.\n\n"
+    "\"diagnostics\" and \"plan\" are the schemas of what \"check\" and \"plan\" print with --format "
+    "json.\n\n"
     "Exit status: 0 done, 2 the work could not be done.\n"
     "Example: startplan schema startup -o startup.schema.json";
 
 const CommandEntry kEntry({"schema",
-                           "[startup|top|replace]",
+                           "[startup|top|replace|diagnostics|plan]",
                            "A JSON Schema, by which an editor checks and completes",
                            kHelp,
                            Section::ABOUT,

@@ -153,18 +153,12 @@ Json KeysSchema(FileKind kind)
     return schema;
 }
 
-Json Head(const char* title, const char* description)
-{
-    return {{"$schema", "http://json-schema.org/draft-07/schema#"},
-            {"title", title},
-            {"description", description}};
-}
-
 // Each key of a startup file is an application. One of the user's own keys is none, unless it could start.
 Json StartupSchema()
 {
     const Json entry{{"$ref", "#/definitions/entry"}};
-    Json schema = Head("startplan startup file", "Application names and what is to be started under each.");
+    Json schema =
+        SchemaHead("startplan startup file", "Application names and what is to be started under each.");
     schema["type"] = "object";
     schema["propertyNames"] = {{"minLength", 1}, {"maxLength", 1024}};
     schema["patternProperties"] = {
@@ -182,10 +176,17 @@ Json FileSchema(FileKind kind)
         return StartupSchema();
     }
     Json schema = kind == FileKind::TOP_LEVEL
-                      ? Head("startplan top-level or sub-startup file", "Names further files.")
-                      : Head("startplan replace data", "Values of the placeholders in paths.");
+                      ? SchemaHead("startplan top-level or sub-startup file", "Names further files.")
+                      : SchemaHead("startplan replace data", "Values of the placeholders in paths.");
     schema.update(KeysSchema(kind));
     return schema;
+}
+
+Json SchemaHead(const char* title, const char* description)
+{
+    return {{"$schema", "http://json-schema.org/draft-07/schema#"},
+            {"title", title},
+            {"description", description}};
 }
 
 } // namespace tool

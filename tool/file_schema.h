@@ -10,6 +10,9 @@ namespace tool {
 // as YAML 1.2 reads them.
 Json FileSchema(FileKind kind);
 
+// What every schema begins with.
+Json SchemaHead(const char* title, const char* description);
+
 } // namespace tool
 
 #endif

@@ -8,7 +8,8 @@ each must be refused for exactly the reasons that stand in its head, one a line:
 
     # refused: PATH KEYWORD [part of the message]
 
-A file without such a line must be valid. Ends with 77 where the validator is not installed.
+A file without such a line must be valid. The schemas of our own JSON must hold for the outputs that the cases
+expect, and refuse them when a member is missing. Ends with 77 where the validator is not installed.
 """
 import json
 import pathlib
@@ -66,15 +67,53 @@ def check(schema, path):
     return False
 
 
+def schema_of(startplan, kind):
+    text = subprocess.run([startplan, "schema", kind], check=True, stdout=subprocess.PIPE).stdout
+    schema = json.loads(text)
+    jsonschema.Draft7Validator.check_schema(schema)
+    return schema
+
+
+def check_output(validator, name, text):
+    """True if the output is valid, and no longer is with any of its members gone, at whatever depth."""
+    document = json.loads(text)
+    wrong = [f"{list(error.absolute_path)}: {error.message}" for error in validator.iter_errors(document)]
+    pending = [document]
+    while pending and not wrong:
+        node = pending.pop()
+        pending += [child for child in (node.values() if isinstance(node, dict) else node)
+                    if isinstance(child, (dict, list))]
+        for key in list(node) if isinstance(node, dict) else []:
+            value = node.pop(key)
+            if validator.is_valid(document):
+                wrong.append(f"nobody would miss {key}")
+            node[key] = value
+    for line in wrong:
+        print(f"FAILED: {name}: {line}")
+    return not wrong
+
+
+def check_outputs(startplan, source):
+    """The expected JSON of the cases against the schemas of our own output."""
+    good = True
+    for kind, command, least in (("diagnostics", "check", 2), ("plan", "plan", 3)):
+        validator = jsonschema.Draft7Validator(schema_of(startplan, kind))
+        outputs = [path for path in sorted((source / "tests/tool/cases").glob("*/expected.out"))
+                   if path.read_text().startswith(f'{{\n  "format": "startplan-{command}"')]
+        good = all([check_output(validator, path.parent.name, path.read_text()) for path in outputs]) and good
+        good = len(outputs) >= least and good
+        print(f"{kind}: {len(outputs)} outputs")
+    return good
+
+
 def main(startplan, source):
     tree = source / "examples" / "vehicle"
     samples = {"startup": sorted(tree.glob("startup/*.yaml")),
                "top": [tree / "top.yaml"] + sorted(tree.glob("groups/*.yaml")),
                "replace": [tree / "replace.yaml"]}
-    good = True
+    good = check_outputs(startplan, source)
     for kind, files in samples.items():
-        schema = json.loads(subprocess.run([startplan, "schema", kind], check=True, stdout=subprocess.PIPE).stdout)
-        jsonschema.Draft7Validator.check_schema(schema)
+        schema = schema_of(startplan, kind)
         broken = sorted((source / "tests" / "tool" / "schema" / kind).glob("*.yaml"))
         good = all([check(schema, path) for path in files + broken]) and bool(files and broken) and good
         print(f"{kind}: {len(files)} sample files, {len(broken)} files of this test")
