@@ -27,6 +27,7 @@ std::string HelpForUnknown(const std::string& name, const std::map<std::string, 
         return fmt::format("name the replace data with -r FILE, or give -D {}=VALUE", Printable(name));
     }
     std::vector<std::string> names;
+    names.reserve(replaceData.size());
     for (const auto& [known, value] : replaceData) {
         names.push_back(known);
     }
