@@ -8,7 +8,7 @@
 #include "tool/check_patterns.h"
 #include "tool/check_tree.h"
 #include "tool/check_values.h"
-#include "tool/ignore_comments.h"
+#include "tool/hide_ignored.h"
 #include "tool/printable.h"
 #include "tool/rules_check.h"
 #include "tool/rules_tree.h"

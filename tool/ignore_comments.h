@@ -6,9 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "tool/configuration.h"
-#include "tool/finding.h"
-#include "tool/rule_levels.h"
+#include "tool/source_file.h"
 
 namespace tool {
 
@@ -22,11 +20,6 @@ struct IgnoreComment {
 
 // Those of a file, in order. What looks like a comment within a text is none.
 std::vector<IgnoreComment> ReadIgnoreComments(const SourceFile& file);
-
-// Takes out what comments hide and tells how much that was. Adds a finding for each comment that hides nothing
-// though its rule is looked for; `findings` are in no particular order then.
-std::size_t HideIgnored(const Configuration& configuration, const RuleLevels& levels,
-                        std::vector<Finding>& findings);
 
 } // namespace tool
 
