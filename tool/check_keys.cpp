@@ -54,7 +54,7 @@ public:
 
     void Check(const KeyedMapping& mapping)
     {
-        std::unordered_map<std::string_view, const NodeUse*> first;
+        std::vector<const NodeUse*> first(KeysOf(mapping.kind).size());
         const NodeUses pairs = mapping.file->Pairs(mapping.node);
         for (std::size_t i = 0; i + 1 < pairs.size; i += 2) {
             const std::string_view name = mapping.file->Text(pairs[i]);
@@ -63,13 +63,14 @@ public:
                 AddUnknown(mapping, pairs[i]);
                 continue;
             }
-            const auto [known, isFirst] = first.emplace(name, &pairs[i]);
+            const NodeUse*& known = first[PlaceOf(mapping.kind, *key)];
             // The replace data are read wherever they stand.
-            if (isFirst || mapping.kind == FileKind::REPLACE) {
-                CheckValue(mapping, *key, pairs[i], pairs[i + 1]);
-            } else {
-                AddDuplicate(mapping, *known->second, pairs[i]);
+            if (known != nullptr && mapping.kind != FileKind::REPLACE) {
+                AddDuplicate(mapping, *known, pairs[i]);
+                continue;
             }
+            known = &pairs[i];
+            CheckValue(mapping, *key, pairs[i], pairs[i + 1]);
         }
     }
 

@@ -71,11 +71,12 @@ public:
 
     void Check(const KeyedMapping& entry)
     {
-        std::set<const Key*> seen;
+        std::vector<bool> seen(KeysOf(FileKind::STARTUP).size());
         const NodeUses pairs = entry.file->Pairs(entry.node);
         for (std::size_t i = 0; i + 1 < pairs.size; i += 2) {
             const Key* key = FindKey(FileKind::STARTUP, entry.file->Text(pairs[i]));
-            if (key != nullptr && seen.insert(key).second) {
+            if (key != nullptr && !seen[PlaceOf(FileKind::STARTUP, *key)]) {
+                seen[PlaceOf(FileKind::STARTUP, *key)] = true;
                 CheckValue(entry, *key, pairs[i + 1]);
             }
         }

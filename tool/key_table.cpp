@@ -43,6 +43,11 @@ const Key* FindKey(FileKind kind, std::string_view name)
     return found == index.end() ? nullptr : found->second;
 }
 
+std::size_t PlaceOf(FileKind kind, const Key& key)
+{
+    return static_cast<std::size_t>(&key - KeysOf(kind).data());
+}
+
 std::string NearestKey(FileKind kind, std::string_view name)
 {
     std::vector<std::string> names;

@@ -1,6 +1,7 @@
 #ifndef STARTPLAN_TOOL_KEY_TABLE_H
 #define STARTPLAN_TOOL_KEY_TABLE_H
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -80,6 +81,9 @@ const std::vector<Key>& KeysOf(FileKind kind);
 
 // Null for an unknown name.
 const Key* FindKey(FileKind kind, std::string_view name);
+
+// Where a key stands in the list of its kind.
+std::size_t PlaceOf(FileKind kind, const Key& key);
 
 // The key of that kind with the nearest name; empty where none is near.
 std::string NearestKey(FileKind kind, std::string_view name);
