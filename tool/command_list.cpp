@@ -42,6 +42,7 @@ private:
         table.AddColumn("RESTART");
         table.AddColumn("DEPENDS", Align::RIGHT);
         table.AddColumn("FILE", Align::LEFT, true);
+        table.LeaveOutFirst({"GID", "DEPENDS", "UID", "FILE", "RESTART", "BIN PATH"});
         for (const ApplicationManifest& app : configuration.apps) {
             table.AddRow({app.GetAppName(), app.GetBinPath(), std::to_string(app.GetUid()),
                           std::to_string(app.GetGid()), app.GetRestart(),

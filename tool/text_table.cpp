@@ -1,8 +1,10 @@
 #include "tool/text_table.h"
 
 #include <algorithm>
-#include <numeric>
+#include <cstddef>
 #include <utility>
+
+#include <fmt/format.h>
 
 #include "tool/printable.h"
 
@@ -12,6 +14,16 @@ namespace {
 
 constexpr std::size_t kGap = 2;
 constexpr std::size_t kLeastWidth = 12; // of a column that is cut
+
+// Of the columns that are not left out.
+std::size_t Total(const std::vector<std::size_t>& widths)
+{
+    std::size_t total = 0;
+    for (const std::size_t width : widths) {
+        total += width == 0 ? 0 : width + (total == 0 ? 0 : kGap);
+    }
+    return total;
+}
 
 } // namespace
 
@@ -28,7 +40,7 @@ void TextTable::AddRow(std::vector<std::string> cells)
     rows_.push_back(std::move(cells));
 }
 
-std::vector<std::size_t> TextTable::Widths(std::size_t width) const
+std::vector<std::size_t> TextTable::NaturalWidths() const
 {
     std::vector<std::size_t> widths;
     for (const Column& column : columns_) {
@@ -39,21 +51,52 @@ std::vector<std::size_t> TextTable::Widths(std::size_t width) const
             widths[i] = std::max(widths[i], Width(row[i]));
         }
     }
-    const auto total = [&widths] {
-        return std::accumulate(widths.begin(), widths.end(), (widths.size() - 1) * kGap);
-    };
-    while (width != 0 && total() > width) {
+    return widths;
+}
+
+void TextTable::Cut(std::vector<std::size_t>& widths, std::size_t width) const
+{
+    while (Total(widths) > width) {
         std::size_t widest = columns_.size();
         for (std::size_t i = 0; i < columns_.size(); ++i) {
             const bool isWider = widest == columns_.size() || widths[i] > widths[widest];
             widest = columns_[i].mayBeCut && isWider ? i : widest;
         }
         if (widest == columns_.size() || widths[widest] <= kLeastWidth) {
-            break;
+            return;
         }
         --widths[widest];
     }
+}
+
+std::vector<std::size_t> TextTable::Widths(std::size_t width) const
+{
+    const std::vector<std::size_t> natural = NaturalWidths();
+    std::vector<std::size_t> widths = natural;
+    if (width == 0) {
+        return widths;
+    }
+    Cut(widths, width);
+    for (std::size_t count = 1; count <= leftOutFirst_.size() && Total(widths) > width; ++count) {
+        widths = natural;
+        for (std::size_t i = 0; i < columns_.size(); ++i) {
+            const auto end = leftOutFirst_.begin() + static_cast<std::ptrdiff_t>(count);
+            widths[i] = std::find(leftOutFirst_.begin(), end, columns_[i].title) == end ? natural[i] : 0;
+        }
+        Cut(widths, width);
+    }
     return widths;
+}
+
+std::string TextTable::LeftOutRemark(const std::vector<std::size_t>& widths) const
+{
+    std::vector<std::string> titles;
+    for (std::size_t i = 0; i < columns_.size(); ++i) {
+        if (widths[i] == 0) {
+            titles.push_back(columns_[i].title);
+        }
+    }
+    return titles.empty() ? std::string() : fmt::format("(too narrow for {})", fmt::join(titles, ", "));
 }
 
 std::string TextTable::RenderRow(const std::vector<std::string>& cells,
@@ -61,6 +104,9 @@ std::string TextTable::RenderRow(const std::vector<std::string>& cells,
 {
     std::string line;
     for (std::size_t i = 0; i < cells.size(); ++i) {
+        if (widths[i] == 0) {
+            continue;
+        }
         const std::string cell = columns_[i].mayBeCut ? CutFront(cells[i], widths[i]) : cells[i];
         const std::string fill(widths[i] - std::min(widths[i], Width(cell)), ' ');
         line += columns_[i].align == Align::RIGHT ? fill + cell : cell + fill;
@@ -81,7 +127,8 @@ std::string TextTable::Render(const Session& session) const
     for (const std::vector<std::string>& row : rows_) {
         out += RenderRow(row, widths) + "\n";
     }
-    return out;
+    const std::string remark = LeftOutRemark(widths);
+    return remark.empty() ? out : out + session.In(Color::DIM, remark) + "\n";
 }
 
 } // namespace tool
