@@ -44,19 +44,6 @@ std::string EffectOfUnreadable(const Configuration& configuration, const Visit& 
                        LossOf(visit.role));
 }
 
-// `namedBy` is empty for a file that stands on the command line.
-std::string HelpForUnreadable(const std::string& root, const std::string& path, const std::string& namedBy,
-                              int error)
-{
-    if (error == ENOENT || error == ENOTDIR) {
-        return HelpForMissingFile(root, path, namedBy);
-    }
-    if (error == EISDIR) {
-        return namedBy.empty() ? HelpForFolder(root, path) : "name a file in it";
-    }
-    return error == EACCES ? "let the process manager's user read the file" : "";
-}
-
 class TreeCheck {
 public:
     TreeCheck(const Configuration& configuration, Findings& findings)

@@ -7,6 +7,7 @@
 
 #include "startplan/result_codes.h"
 #include "tool/failure.h"
+#include "tool/nearest_file.h"
 #include "tool/printable.h"
 #include "tool/result_names.h"
 
@@ -49,9 +50,11 @@ void CheckTopLevel(const Configuration& configuration)
     if (top.State() != FileState::UNREADABLE && top.State() != FileState::NOT_YAML) {
         return;
     }
-    throw Failure(fmt::format("{}: {}; the configuration cannot be read: {}",
+    const std::string help =
+        HelpForUnreadable(configuration.request.device.root, top.Path(), "", top.ErrorNumber());
+    throw Failure(fmt::format("{}: {}; the configuration cannot be read: {}{}{}",
                               Printable(ToText({top.Path(), top.ErrorMark()})), Printable(top.Error()),
-                              ResultText(configuration.result)));
+                              ResultText(configuration.result), help.empty() ? "" : "\nhelp: ", help));
 }
 
 void SayWhichAccountsAreMissing(const Session& session, const Configuration& configuration)

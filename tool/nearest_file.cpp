@@ -1,6 +1,7 @@
 #include "tool/nearest_file.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstddef>
 #include <filesystem>
 #include <system_error>
@@ -46,8 +47,6 @@ bool Exists(const std::string& root, const fs::path& path)
     return fs::exists(Below(root, path), error);
 }
 
-} // namespace
-
 std::string HelpForMissingFile(const std::string& root, const std::string& path, const std::string& namedBy)
 {
     if (path.empty()) {
@@ -77,6 +76,20 @@ std::string HelpForFolder(const std::string& root, const std::string& path)
     const fs::path top = fs::path(path) / "top.yaml";
     return Exists(root, top) ? fmt::format("did you mean \"{}\"?", Printable(top.string()))
                              : "name a file in it";
+}
+
+} // namespace
+
+std::string HelpForUnreadable(const std::string& root, const std::string& path, const std::string& namedBy,
+                              int error)
+{
+    if (error == ENOENT || error == ENOTDIR) {
+        return HelpForMissingFile(root, path, namedBy);
+    }
+    if (error == EISDIR) {
+        return namedBy.empty() ? HelpForFolder(root, path) : "name a file in it";
+    }
+    return error == EACCES ? "let the process manager's user read the file" : "";
 }
 
 } // namespace tool
