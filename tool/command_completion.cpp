@@ -43,7 +43,7 @@ private:
 
     static std::string ScriptFor(const std::string& shell)
     {
-        const CompletionShapes shapes = MakeCompletionShapes(CommandLine());
+        const CompletionShapes shapes = MakeCompletionShapes();
         if (shell == "bash") {
             return BashScript(shapes);
         }

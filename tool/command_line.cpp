@@ -100,15 +100,21 @@ CommandLine::CommandLine() : app_("", "startplan"), infos_(Commands())
     app_.add_flag("-V,--version", "Show the version");
     AddCommonOptions(app_, options_);
     for (const CommandInfo& info : infos_) {
-        Add(info);
+        // Words are taken as they are: CLI11 would split "[a,b]", and knows no words behind "--".
+        app_.add_subcommand(info.name)->allow_extras();
     }
 }
 
-void CommandLine::Add(const CommandInfo& info)
+void CommandLine::DefineAll()
 {
-    CLI::App& app = *app_.add_subcommand(info.name);
-    // Words are taken as they are: CLI11 would split "[a,b]", and knows no words behind "--".
-    app.allow_extras();
+    for (const CommandInfo& info : infos_) {
+        Define(info);
+    }
+}
+
+void CommandLine::Define(const CommandInfo& info)
+{
+    CLI::App& app = *app_.get_subcommand(info.name);
     std::unique_ptr<Command> command = info.make();
     command->Define(app);
     AddCommonOptions(app, options_);
@@ -132,6 +138,12 @@ void CommandLine::Parse(int argc, const char* const* argv)
     if (end != arguments.end()) {
         behindOptions.assign(end + 1, arguments.end());
         arguments.erase(end, arguments.end());
+    }
+    // The options of all commands would take longer to define than a small configuration to read.
+    for (const CommandInfo& info : infos_) {
+        if (std::find(arguments.begin(), arguments.end(), info.name) != arguments.end()) {
+            Define(info);
+        }
     }
     ParseOptions(arguments);
     if (!helpText_.empty()) {

@@ -34,12 +34,14 @@ public:
     Command& TheCommand() const { return *commands_.at(chosen_); }
     const CommandInfo& Info() const;
 
-    // What the command line is read by.
+    // What the command line is read by. Parse() defines the options of a command that is named; DefineAll(),
+    // instead of it, those of all.
+    void DefineAll();
     const std::vector<CommandInfo>& Infos() const { return infos_; }
     const CLI::App& AppOf(const CommandInfo& info) const { return *app_.get_subcommand(info.name); }
 
 private:
-    void Add(const CommandInfo& info);
+    void Define(const CommandInfo& info);
     void ParseOptions(const std::vector<std::string>& arguments);
     void TakeWords(const std::vector<std::string>& behindOptions);
     void FailAtCommandName() const;

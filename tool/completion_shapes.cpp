@@ -5,6 +5,7 @@
 #include <cctype>
 #include <tuple>
 
+#include "tool/command_line.h"
 #include "tool/rules.h"
 
 namespace tool {
@@ -129,8 +130,10 @@ bool OptionShape::operator==(const OptionShape& other) const
     return key(*this) == key(other);
 }
 
-CompletionShapes MakeCompletionShapes(const CommandLine& line)
+CompletionShapes MakeCompletionShapes()
 {
+    CommandLine line;
+    line.DefineAll();
     CompletionShapes shapes;
     for (const CommandInfo& info : line.Infos()) {
         CommandShape command{info.name, info.summary, {}};

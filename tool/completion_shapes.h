@@ -6,8 +6,6 @@
 #include <string_view>
 #include <vector>
 
-#include "tool/command_line.h"
-
 namespace tool {
 
 // What may stand in one place of the command line.
@@ -48,7 +46,7 @@ struct CompletionShapes {
     std::vector<OptionShape> common; // the same in every command
 };
 
-CompletionShapes MakeCompletionShapes(const CommandLine& line);
+CompletionShapes MakeCompletionShapes();
 
 // One word of a command's usage.
 struct ArgumentShape {

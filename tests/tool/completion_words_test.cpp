@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/temporary_tree.h"
+#include "tool/command_line.h"
 #include "tool/completion_shapes.h"
 
 namespace {
@@ -112,7 +113,7 @@ TEST(ArgumentShapesTest, AUsageIsTakenApart)
 
 TEST(CompletionShapesTest, WhatAllCommandsHaveIsThereOnce)
 {
-    const tool::CompletionShapes shapes = tool::MakeCompletionShapes(tool::CommandLine());
+    const tool::CompletionShapes shapes = tool::MakeCompletionShapes();
 
     ASSERT_EQ(2U, shapes.commands.size());
     Words own;
