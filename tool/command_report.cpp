@@ -1,5 +1,4 @@
 #include <cstdint>
-#include <limits>
 #include <string>
 
 #include <CLI/CLI.hpp>
@@ -21,10 +20,21 @@ class ReportCommand : public Command {
 public:
     void Define(CLI::App& app) override
     {
-        app.add_option("--jobs", jobs_, "At most so many at a time in the time line; any number without this")
+        app.add_option("--times", times_, "YAML file of names or patterns to milliseconds, for the time line")
+            ->type_name("FILE")
+            ->allow_extra_args(false)
+            ->group("Options");
+        app.add_option_function<std::uint32_t>(
+               "--jobs",
+               [this](std::uint32_t jobs) {
+                   if (jobs == 0) {
+                       throw UsageFailure("--jobs 0: write a number from 1");
+                   }
+                   jobs_ = jobs;
+               },
+               "At most so many at a time in the time line; any number without this")
             ->type_name("N")
             ->allow_extra_args(false)
-            ->check(CLI::Range(std::uint32_t{1}, std::numeric_limits<std::uint32_t>::max()))
             ->group("Options");
         app.add_option("--title", title_, "The page's title, instead of the top-level file's path")
             ->type_name("TEXT")
@@ -38,7 +48,7 @@ public:
         RefuseWords(words);
         const Configuration configuration = LoadForWork(session, top);
         const CheckResult result = Check(configuration, {}, RuleLevels());
-        const ReportRequests requests = MakeReportRequests(configuration, jobs_);
+        const ReportRequests requests = MakeReportRequests(configuration, times_, jobs_);
         session.Print(ReportPage(title_.empty() ? top : title_, ReportData(result, requests)));
         const bool isBad = result.Count(Level::ERROR) + result.Count(Level::WARNING) != 0 ||
                            requests.start.plan.result != 0 || requests.stop.plan.result != 0;
@@ -46,6 +56,7 @@ public:
     }
 
 private:
+    std::string times_;
     std::uint32_t jobs_ = 0;
     std::string title_;
 };
@@ -55,7 +66,7 @@ constexpr char kHelp[] =
     "every\n"
     "setting of every application in a table to search and sort, the graph to pan, zoom and search, the\n"
     "rounds in which all applications start and stop, and their time line, with the durations that simulate\n"
-    "takes by default.\n\n"
+    "takes.\n\n"
     "Exit status: 0 done, 1 the page shows a warning, an error or a cycle, or the library's result is not "
     "0,\n"
     "2 the work could not be done. The page is written for 0 and 1.\n"

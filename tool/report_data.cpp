@@ -161,6 +161,7 @@ Json ReportData(const CheckResult& result, const ReportRequests& requests)
     json["findings"] = FindingsJson(result);
     json["applications"] = ApplicationsJson(configuration, picture);
     json["graph"] = GraphJson(configuration, picture);
+    json["times_file"] = Printable(requests.timesFile);
     json["start"] = RequestJson(requests.start, picture);
     json["stop"] = RequestJson(requests.stop, picture);
     return json;

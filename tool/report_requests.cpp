@@ -1,22 +1,29 @@
 #include "tool/report_requests.h"
 
+#include <optional>
 #include <utility>
 
 #include <nlohmann/json.hpp>
 
 #include "tool/load.h"
+#include "tool/times_file.h"
 
 namespace tool {
 
 namespace {
 
-ReportRequest MakeRequest(const Configuration& configuration, RequestKind kind, std::size_t jobs)
+ReportRequest MakeRequest(const Configuration& configuration, RequestKind kind, const TimesFile& times,
+                          std::size_t jobs)
 {
     ReportRequest request;
     request.plan = MakePlan(configuration, kind, AllNames(configuration));
     SimulationSettings settings;
     settings.jobs = jobs;
-    settings.duration = DefaultDurations(configuration, kind, request.plan.names);
+    const Durations others = DefaultDurations(configuration, kind, request.plan.names);
+    settings.duration = [&](const std::string& name) {
+        const std::optional<Milliseconds> time = times.Find(name);
+        return time ? *time : others(name);
+    };
     request.line = Simulate(configuration.library, kind, request.plan.names, settings);
     return request;
 }
@@ -52,10 +59,12 @@ Json StepsJson(const TimeLine& line, const GraphPicture& picture)
 
 } // namespace
 
-ReportRequests MakeReportRequests(const Configuration& configuration, std::size_t jobs)
+ReportRequests MakeReportRequests(const Configuration& configuration, const std::string& timesFile,
+                                  std::size_t jobs)
 {
-    return {MakeRequest(configuration, RequestKind::START, jobs),
-            MakeRequest(configuration, RequestKind::STOP, jobs)};
+    const TimesFile times = timesFile.empty() ? TimesFile() : TimesFile::Read(timesFile);
+    return {MakeRequest(configuration, RequestKind::START, times, jobs),
+            MakeRequest(configuration, RequestKind::STOP, times, jobs), timesFile};
 }
 
 Json RequestJson(const ReportRequest& request, const GraphPicture& picture)

@@ -2,7 +2,6 @@
 #define STARTPLAN_TOOL_REPORT_REQUESTS_H
 
 #include <cstddef>
-#include <functional>
 #include <string>
 
 #include "tool/configuration.h"
@@ -22,10 +21,13 @@ struct ReportRequest {
 struct ReportRequests {
     ReportRequest start;
     ReportRequest stop;
+    std::string timesFile; // empty for none
 };
 
-// Both requests, each with the durations that simulate takes.
-ReportRequests MakeReportRequests(const Configuration& configuration, std::size_t jobs);
+// Both requests, each with the durations that simulate takes. `timesFile` may be empty. Throws Failure where it
+// cannot be read.
+ReportRequests MakeReportRequests(const Configuration& configuration, const std::string& timesFile,
+                                  std::size_t jobs);
 
 // The rounds, what is wrong with the request, and the time line as "steps": node, start, end, slack, and
 // whether it is critical, one after the other.

@@ -6,7 +6,9 @@ const graph = {
   focus: -1,
   nodes: [],
   boxes: new Map(),
+  bends: new Map(), // of each arrow, "from to": from left to right
   down: new Map(), // of each shown node the shown nodes that it depends on
+  up: new Map(),
   arrows: 0,
   hot: -1, // whose arrows stand out
   transform: {k: 1, x: 0, y: 0},
@@ -64,7 +66,9 @@ function layOutGraph() {
   graph.up = within(up);
   graph.arrows = graph.nodes.reduce((sum, node) => sum + graph.down.get(node).length, 0);
   graph.hot = graph.focus;
-  graph.boxes = placesOf(graph.nodes, graph.down, graph.up);
+  const places = placesOf(graph.nodes, graph.down);
+  graph.boxes = places.boxes;
+  graph.bends = places.bends;
   byId('graph-note').replaceChildren(noteText());
   if (graph.focus >= 0) {
     byId('graph-note').append(make('button', {type: 'button', onclick: () => showDetails(graph.focus)}, 'Details'));
@@ -180,5 +184,12 @@ function startGraph() {
   byId('fit').addEventListener('click', fitGraph);
   byId('picture').addEventListener('keydown', graphKey);
   window.addEventListener('hashchange', followAddress);
-  layOutGraph();
+  if (location.hash.startsWith('#focus=')) {
+    followAddress();
+  } else if (model.graph.names.length <= mostBoxes) {
+    layOutGraph();
+  } else {
+    // The rest of the page need not wait for it.
+    setTimeout(() => graph.nodes.length === 0 && layOutGraph(), 50);
+  }
 }

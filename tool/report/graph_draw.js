@@ -15,6 +15,26 @@ function nodesInView() {
   });
 }
 
+// The line of an arrow: curved between two columns, straight across one.
+function lineOf(from, to, isLeft) {
+  const a = graph.boxes.get(from);
+  const b = graph.boxes.get(to);
+  const way = graph.bends.get(`${from} ${to}`) ?? [];
+  const points = (isLeft ? [...way].reverse() : way).map((bend) => graph.boxes.get(bend)).flatMap((box) => {
+    const sides = [[box.x, box.y], [box.x + box.width, box.y]];
+    return isLeft ? sides.reverse() : sides;
+  });
+  points.push([isLeft ? b.x + b.width : b.x, b.y]);
+  let [x, y] = [isLeft ? a.x : a.x + a.width, a.y];
+  let line = `M${x} ${y}`;
+  points.forEach(([nextX, nextY], i) => {
+    const middle = (x + nextX) / 2;
+    line += i % 2 === 1 ? `L${nextX} ${nextY}` : `C${middle} ${y} ${middle} ${nextY} ${nextX} ${nextY}`;
+    [x, y] = [nextX, nextY];
+  });
+  return line;
+}
+
 // Paths for many arrows at once: their lines, and their tips.
 function arrowPaths(pairs) {
   const lines = [];
@@ -26,12 +46,9 @@ function arrowPaths(pairs) {
       lines.push(`M${a.x + a.width - 8} ${a.y - 13}c4-12 24-6 22 6c-1 7-10 8-17 7`);
       continue;
     }
-    // Within a cycle an arrow may lead to the right.
-    const isLeft = b.x < a.x;
-    const [ax, bx] = isLeft ? [a.x, b.x + b.width] : [a.x + a.width, b.x];
-    const middle = (ax + bx) / 2;
-    lines.push(`M${ax} ${a.y}C${middle} ${a.y} ${middle} ${b.y} ${bx} ${b.y}`);
-    tips.push(`M${bx} ${b.y}l${isLeft ? 7 : -7}-3.5v7z`);
+    const isLeft = b.x < a.x; // within a cycle an arrow may lead to the right
+    lines.push(lineOf(from, to, isLeft));
+    tips.push(`M${isLeft ? b.x + b.width : b.x} ${b.y}l${isLeft ? 7 : -7}-3.5v7z`);
   }
   return [lines.join(''), tips.join('')];
 }
@@ -116,7 +133,7 @@ function drawGraph() {
 // Makes one node's arrows stand out.
 function heat(node) {
   graph.hot = node;
-  const pairs = graph.boxes.has(node) ? arrowsOf([node]) : [];
+  const pairs = graph.down.has(node) ? arrowsOf([node]) : [];
   byId('hot')?.replaceChildren(...(pairs.length === 0 ? [] : arrowElements(pairs, 'hot')));
 }
 
@@ -125,7 +142,7 @@ function elementOf(node) {
 }
 
 function focusNode(node) {
-  if (!graph.boxes.has(node)) {
+  if (!graph.down.has(node)) {
     byId('picture').focus({preventScroll: true});
     return;
   }
@@ -139,18 +156,17 @@ function focusNode(node) {
 // The node that an arrow key leads to: left to what it depends on, right to what needs it, up and down within
 // the column.
 function nextNode(node, key) {
-  if (!graph.boxes.has(node)) {
+  if (!graph.down.has(node)) {
     return graph.nodes[0];
   }
   if (key === 'ArrowLeft' || key === 'ArrowRight') {
     return (key === 'ArrowLeft' ? graph.down : graph.up).get(node)[0] ?? node;
   }
   const here = graph.boxes.get(node);
-  const step = key === 'ArrowDown' ? rowStep : -rowStep;
-  return graph.nodes.find((other) => {
-    const box = graph.boxes.get(other);
-    return box.x === here.x && Math.abs(box.y - here.y - step) < 1;
-  }) ?? node;
+  const way = key === 'ArrowDown' ? 1 : -1;
+  const beyond = graph.nodes.map((other) => [way * (graph.boxes.get(other).y - here.y), other])
+    .filter(([distance, other]) => distance > 0 && graph.boxes.get(other).x === here.x);
+  return beyond.sort((a, b) => a[0] - b[0])[0]?.[1] ?? node;
 }
 
 function graphKey(event) {

@@ -4,8 +4,9 @@ const boxHeight = 26;
 const rowStep = 36;
 const columnGap = 64;
 const letterWidth = 7.3;
-const sweeps = 6;
-const mostForSweeps = 3000;
+const mostForBends = 400;
+const mostBends = 2000;
+const mostForSettling = 3000;
 
 function labelOf(node) {
   const name = model.graph.names[node];
@@ -28,23 +29,36 @@ function layersOf(nodes) {
   return sorted;
 }
 
-// Moves each node to the middle of its neighbours, from left to right and back.
-function settle(layers, down, up) {
-  const heights = new Map();
-  const spread = (layer) => layer.forEach((node, i) => heights.set(node, i - (layer.length - 1) / 2));
-  layers.forEach(spread);
-  for (let sweep = 0; sweep < sweeps; ++sweep) {
-    const isForwards = sweep % 2 === 0;
-    for (const layer of isForwards ? layers : [...layers].reverse()) {
-      const wanted = new Map(layer.map((node) => {
-        const others = (isForwards ? down : up).get(node);
-        const sum = others.reduce((so, other) => so + heights.get(other), 0);
-        return [node, others.length === 0 ? heights.get(node) : sum / others.length];
-      }));
-      layer.sort((a, b) => wanted.get(a) - wanted.get(b));
-      spread(layer);
+// Adds a bend to every layer that an arrow passes, so that it goes round the boxes there. Bends have negative
+// numbers. Fills who is beside whom, `before` to the left and `behind` to the right, and returns the bends of each
+// arrow from left to right.
+function addBends(layers, down, before, behind) {
+  const layerOf = new Map(layers.flatMap((layer, index) => layer.map((node) => [node, index])));
+  const all = [...down].flatMap(([from, others]) => others.filter((to) => to !== from).map((to) => [from, to]));
+  const length = ([from, to]) => Math.abs(layerOf.get(from) - layerOf.get(to));
+  const count = all.reduce((sum, arrow) => sum + length(arrow) - 1, 0);
+  const hasBends = layerOf.size <= mostForBends && count <= mostBends;
+  const bends = new Map();
+  const connect = (left, right) => {
+    behind.get(left).push(right);
+    before.get(right).push(left);
+  };
+  let last = 0;
+  for (const arrow of all) {
+    const [left, right] = layerOf.get(arrow[0]) < layerOf.get(arrow[1]) ? arrow : [arrow[1], arrow[0]];
+    const way = [left];
+    for (let at = layerOf.get(left) + 1; hasBends && at < layerOf.get(right); ++at) {
+      last -= 1;
+      layers[at].push(last);
+      before.set(last, []);
+      behind.set(last, []);
+      connect(way.at(-1), last);
+      way.push(last);
     }
+    connect(way.at(-1), right);
+    bends.set(`${arrow[0]} ${arrow[1]}`, way.slice(1));
   }
+  return bends;
 }
 
 // A layer that is much higher than the picture is wide takes several columns.
@@ -57,20 +71,32 @@ function columnsOf(layers, count) {
   });
 }
 
-// From node to its box, for `nodes` with the edges `down` and `up` between them.
-function placesOf(nodes, down, up) {
-  const layers = layersOf(nodes);
-  if (nodes.length <= mostForSweeps) {
-    settle(layers, down, up);
-  }
+// From node, or bend, to its box.
+function boxesOf(columns, heights) {
   const boxes = new Map();
   let x = 0;
-  for (const column of columnsOf(layers, nodes.length)) {
-    const width = Math.max(...column.map((node) => Array.from(labelOf(node)).length)) * letterWidth + 20;
-    column.forEach((node, row) => {
-      boxes.set(node, {x, y: (row - (column.length - 1) / 2) * rowStep, width});
+  for (const column of columns) {
+    const width = Math.max(...column.map((item) => (item < 0 ? 0 : Array.from(labelOf(item)).length))) * letterWidth + 20;
+    column.forEach((item, row) => {
+      boxes.set(item, {x, y: (heights ? heights.get(item) : row - (column.length - 1) / 2) * rowStep, width});
     });
     x += width + columnGap;
   }
   return boxes;
+}
+
+// The boxes of `nodes`, with the edges `down` between them, and the bends of the arrows.
+function placesOf(nodes, down) {
+  const layers = layersOf(nodes);
+  if (nodes.length > mostForSettling) {
+    return {boxes: boxesOf(columnsOf(layers, nodes.length)), bends: new Map()};
+  }
+  const before = new Map(nodes.map((node) => [node, []]));
+  const behind = new Map(nodes.map((node) => [node, []]));
+  const bends = addBends(layers, down, before, behind);
+  orderLayers(layers, before, behind);
+  if (nodes.length > mostForBends) {
+    return {boxes: boxesOf(columnsOf(layers, nodes.length)), bends};
+  }
+  return {boxes: boxesOf(layers, heightsOf(layers, before, behind)), bends};
 }

@@ -28,7 +28,6 @@ startRoundsOf(model.start, byId('start-rounds'));
 startRoundsOf(model.stop, byId('stop-rounds'));
 startTimes();
 startGraph();
-followAddress();
 
 document.addEventListener('keydown', (event) => {
   if (event.key === 'Escape' && !byId('details').hidden) {

@@ -67,9 +67,9 @@ function showTimes() {
   times.makespan = request.makespan;
   times.steps = stepsOf(request).filter((step) => !byId('critical').checked || step.isCritical);
   byId('makespan').textContent = request.steps.length === 0 ? 'Nothing is handed out.' : `All done after ${timeText(request.makespan)}.`;
-  byId('times-hint').textContent = which === 'start' ?
-    'Each start is taken for 100 ms. The thin line behind a bar is the time that it could take longer.' :
-    'Each stop is taken for its term_time_out, the longest that it may take.';
+  const others = which === 'start' ? 'Each start takes 100 ms' : 'Each stop takes its term_time_out, the longest that it may take';
+  byId('times-hint').textContent = `${others}${model.times_file && `, unless ${model.times_file} says otherwise`}. ` +
+    'The thin line behind a bar is the time that it could take longer.';
   byId('step-rows').style.height = `${times.steps.length * stepHeight}px`;
   byId('steps').scrollTop = 0;
   times.first = -1;
