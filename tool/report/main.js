@@ -4,8 +4,7 @@ const mostPrintedRows = 2000;
 
 // An application chosen anywhere in the page.
 function choose(node, app) {
-  table.chosen = app ?? model.graph.apps[node] ?? -1;
-  showRows();
+  markChosen(app ?? model.graph.apps[node] ?? -1);
   showDetails(node, app);
 }
 

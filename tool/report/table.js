@@ -90,7 +90,7 @@ function showRows(count = rowsAtOnce) {
       make('button', {type: 'button', onclick: () => sortBy(column.name)}, column.name));
   });
   const rows = table.rows.slice(table.first, table.first + count).map((app) => make('tr',
-    {class: app === table.chosen ? 'chosen' : undefined}, ...shown.map((column) => cellOf(column, app))));
+    {class: app === table.chosen ? 'chosen' : undefined, 'data-app': app}, ...shown.map((column) => cellOf(column, app))));
   byId('table').tHead.replaceChildren(make('tr', {}, ...head));
   byId('table').tBodies[0].replaceChildren(...rows);
   byId('table').setAttribute('aria-rowcount', table.rows.length + 1);
@@ -100,6 +100,14 @@ function showRows(count = rowsAtOnce) {
     `${table.first + 1} to ${Math.min(table.first + count, table.rows.length)}`;
   byId('previous').disabled = table.first === 0;
   byId('next').disabled = table.first + count >= table.rows.length;
+}
+
+// Without making the rows anew, which would take the keyboard's place away.
+function markChosen(app) {
+  table.chosen = app;
+  for (const row of byId('table').tBodies[0].rows) {
+    row.classList.toggle('chosen', row.dataset.app === String(app));
+  }
 }
 
 function turnPage(step) {
