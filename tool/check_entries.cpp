@@ -131,7 +131,7 @@ void EntryCheck::CheckName(const KeyedMapping& entry, const NodeUse& name)
     const std::string_view text = entry.file->Text(name);
     const SourceTree& tree = configuration_.tree;
     const SourceEntry& first = tree.Entries()[firstOfName_.at(text)];
-    if (&tree.FileOf(first) == entry.file && first.key.mark.line == name.mark.line &&
+    if (tree.FileOf(first).Identity() == entry.file->Identity() && first.key.mark.line == name.mark.line &&
         first.key.mark.column == name.mark.column) {
         return;
     }
