@@ -8,8 +8,8 @@
 #include <fmt/format.h>
 
 #include "tool/log_collector.h"
+#include "tool/name_match.h"
 #include "tool/result_names.h"
-#include "tool/table_lookup.h"
 
 namespace tool {
 
@@ -132,10 +132,13 @@ Explanation Explain(const Configuration& configuration, const std::string& name)
     Explanation all;
     all.name = name;
     all.entries = FatesOf(configuration, name);
-    all.servedBy = KeyServing(configuration, name);
-    all.alsoMatching = KeysMatching(configuration.library, name);
-    all.alsoMatching.erase(std::remove(all.alsoMatching.begin(), all.alsoMatching.end(), all.servedBy),
-                           all.alsoMatching.end());
+    const NameMatch match = MatchName(configuration.library, name);
+    all.servedBy = match.winner.value_or("");
+    for (const KeyMatch& one : match.matching) {
+        if (one.key != all.servedBy) {
+            all.alsoMatching.push_back(one.key);
+        }
+    }
     all.graph = ViewOf(configuration.library.GetApplicationDependsMap());
     const std::size_t vertex = VertexFor(configuration, all.graph, name);
     if (vertex != kNone) {

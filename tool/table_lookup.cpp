@@ -81,17 +81,4 @@ std::vector<const Entry*> EntriesServing(const ParseAndDepend& library, const st
     return found;
 }
 
-std::vector<std::string> KeysMatching(const ParseAndDepend& library, const std::string& name)
-{
-    const LogCollector unheard;
-    std::vector<std::string> keys;
-    for (const auto& [key, depends] : library.GetApplicationDependsMap()) {
-        if (library.IsDynamicParaMatch(key, name)) {
-            keys.push_back(key);
-        }
-    }
-    std::sort(keys.begin(), keys.end());
-    return keys;
-}
-
 } // namespace tool

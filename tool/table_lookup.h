@@ -1,7 +1,6 @@
 #ifndef STARTPLAN_TOOL_TABLE_LOOKUP_H
 #define STARTPLAN_TOOL_TABLE_LOOKUP_H
 
-#include <set>
 #include <string>
 #include <vector>
 
@@ -13,9 +12,6 @@ namespace tool {
 // it finds none. For many names at once, since a look-up of its own walks the whole table.
 std::vector<const ParseAndDepend::DependsMap::value_type*>
 EntriesServing(const ParseAndDepend& library, const std::vector<std::string>& names);
-
-// Every key of the table that would serve the name, ascending: GetAppFromDependsMap() finds one of them.
-std::vector<std::string> KeysMatching(const ParseAndDepend& library, const std::string& name);
 
 } // namespace tool
 

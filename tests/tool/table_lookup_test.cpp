@@ -55,12 +55,4 @@ TEST(TableLookupTest, RandomTablesAgreeWithTheLibrary)
     }
 }
 
-TEST(TableLookupTest, EveryMatchingKeyIsNamed)
-{
-    const ParseAndDepend library = WithTable({{"svc", {}}, {"svc_a", {}}, {"svc_b", {}}, {"s<*>", {}}});
-
-    EXPECT_EQ(tool::KeysMatching(library, "svc_a"), (std::vector<std::string>{"s<*>", "svc", "svc_a"}));
-    EXPECT_TRUE(tool::KeysMatching(library, "net").empty());
-}
-
 } // namespace
