@@ -26,14 +26,20 @@ std::vector<typename Sorted::value_type> Without(const Sorted& one, const Sorted
     return rest;
 }
 
-std::set<NamePair> EdgesOf(const Configuration& configuration)
+// The dependencies of the one table that the other one does not hold, ascending.
+std::vector<NamePair> EdgesWithout(const Configuration& one, const Configuration& other)
 {
-    std::set<NamePair> edges;
-    for (const auto& [name, depends] : configuration.library.GetApplicationDependsMap()) {
+    const ParseAndDepend::DependsMap& others = other.library.GetApplicationDependsMap();
+    std::vector<NamePair> edges;
+    for (const auto& [name, depends] : one.library.GetApplicationDependsMap()) {
+        const auto found = others.find(name);
         for (const std::string& needed : depends) {
-            edges.emplace(name, needed);
+            if (found == others.end() || found->second.count(needed) == 0) {
+                edges.emplace_back(name, needed);
+            }
         }
     }
+    std::sort(edges.begin(), edges.end());
     return edges;
 }
 
@@ -186,7 +192,13 @@ RequestOutcome OutcomeOf(const Configuration& configuration, RequestKind kind)
         outcome.roundOf[step.name] = static_cast<std::size_t>(step.start) + 1;
     }
     outcome.rounds = static_cast<std::size_t>(byRound.makespan);
-    settings.duration = DefaultDurations(configuration, kind, plan.names);
+    const Durations times = DefaultDurations(configuration, kind, plan.names);
+    if (kind == RequestKind::START) { // all take the same time
+        outcome.makespan = byRound.makespan * times("");
+        outcome.critical = CriticalNames(byRound);
+        return outcome;
+    }
+    settings.duration = times;
     DependGraph again;
     again.Update(waits);
     const TimeLine line = RunTimeLine(again, view, settings);
@@ -241,10 +253,8 @@ ConfigurationDiff Compare(const Configuration& before, const Configuration& afte
     diff.added = Without(NamesOf(after), NamesOf(before));
     diff.removed = Without(NamesOf(before), NamesOf(after));
     diff.changed = Comparison(before, after).Changes();
-    const std::set<NamePair> edgesBefore = EdgesOf(before);
-    const std::set<NamePair> edgesAfter = EdgesOf(after);
-    diff.edgesAdded = Without(edgesAfter, edgesBefore);
-    diff.edgesRemoved = Without(edgesBefore, edgesAfter);
+    diff.edgesAdded = EdgesWithout(after, before);
+    diff.edgesRemoved = EdgesWithout(before, after);
     diff.droppedAdded = Without(DroppedOf(after), DroppedOf(before));
     diff.droppedRemoved = Without(DroppedOf(before), DroppedOf(after));
     diff.incompleteAdded = Without(IncompleteOf(after), IncompleteOf(before));
