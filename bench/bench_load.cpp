@@ -12,8 +12,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <cstdlib>
-#include <filesystem>
 #include <limits>
 #include <map>
 #include <memory>
@@ -30,6 +28,7 @@
 #include "bench/formatted_log.h"
 #include "bench/generate_tree.h"
 #include "bench/settle_heap.h"
+#include "bench/tree_on_disk.h"
 #include "startplan/application_manifest.h"
 #include "startplan/depend_graph.h"
 #include "startplan/parse_and_depend.h"
@@ -43,39 +42,6 @@ double ProcessorSeconds()
     clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
     return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) * 1e-9;
 }
-
-// A generated tree in a folder that is gone with the object.
-class TreeOnDisk {
-public:
-    TreeOnDisk(std::size_t applications, bool allMissing)
-    {
-        std::string name = (std::filesystem::temp_directory_path() / "startplan_bench_XXXXXX").string();
-        if (mkdtemp(name.data()) == nullptr) {
-            throw std::runtime_error("cannot make " + name);
-        }
-        folder_ = std::filesystem::canonical(name);
-        generate::TreeShape shape;
-        shape.applications = applications;
-        shape.startupFiles = applications / 50;
-        shape.walkedFiles = std::min<std::size_t>(shape.startupFiles, 199);
-        shape.dependencies = applications * 10;
-        shape.allMissing = allMissing;
-        tree_ = generate::WriteTree(folder_.string(), shape);
-    }
-    TreeOnDisk(const TreeOnDisk&) = delete;
-    TreeOnDisk& operator=(const TreeOnDisk&) = delete;
-    ~TreeOnDisk()
-    {
-        std::error_code ignored;
-        std::filesystem::remove_all(folder_, ignored);
-    }
-
-    const generate::Tree& Get() const { return tree_; }
-
-private:
-    std::filesystem::path folder_;
-    generate::Tree tree_;
-};
 
 // What the library has made of a tree, and what that took.
 struct Load {
@@ -154,7 +120,7 @@ private:
 void LoadBesideItsLimit(benchmark::State& state, bool allMissing)
 {
     const auto applications = static_cast<std::size_t>(state.range(0));
-    const TreeOnDisk onDisk(applications, allMissing);
+    const bench::TreeOnDisk onDisk(applications, allMissing);
     const generate::Tree& tree = onDisk.Get();
     bench::Recording lines;
     if (LoadTree(tree)->result != (allMissing ? PARSE_ERR_DEPEND_NOT_FOUND : 0)) {
@@ -187,7 +153,7 @@ void LoadBesideItsLimit(benchmark::State& state, bool allMissing)
 
 void LoadAndStartGraph(benchmark::State& state)
 {
-    const TreeOnDisk onDisk(static_cast<std::size_t>(state.range(0)), false);
+    const bench::TreeOnDisk onDisk(static_cast<std::size_t>(state.range(0)), false);
     const generate::Tree& tree = onDisk.Get();
     Least whole;
     for (auto _ : state) {
