@@ -1,6 +1,6 @@
 // What does the startplan command cost beside the library's own reading of the same files?
 //
-// Measured: what the commands on requests do with a tree of 1,000 and of 10,000 applications with 10
+// Measured: what the commands do with a tree of 1,000 and of 10,000 applications with 10
 // dependencies each, from the files to what is printed, but without the printing; beside it ParseYaml() of
 // the same tree. All in processor time. times_parse is the ratio.
 //
@@ -19,13 +19,21 @@
 #include <vector>
 
 #include <benchmark/benchmark.h>
+#include <nlohmann/json.hpp>
 #include <time.h>
 
 #include "bench/generate_tree.h"
 #include "bench/tree_on_disk.h"
+#include "tool/check.h"
 #include "tool/configuration.h"
 #include "tool/configuration_diff.h"
 #include "tool/explanation.h"
+#include "tool/graph_picture.h"
+#include "tool/graph_reduction.h"
+#include "tool/graph_text.h"
+#include "tool/report_data.h"
+#include "tool/report_page.h"
+#include "tool/report_requests.h"
 #include "tool/request_plan.h"
 #include "tool/simulation.h"
 
@@ -135,6 +143,27 @@ std::size_t DiffOfTheSame(const generate::Tree& tree)
     return tool::Compare(Load(tree), Load(tree)).IsSame() ? 1 : 0;
 }
 
+std::size_t CheckAll(const generate::Tree& tree)
+{
+    const tool::Configuration configuration = Load(tree);
+    return 1 + tool::Check(configuration, {}, tool::RuleLevels()).findings.size();
+}
+
+std::size_t GraphReduced(const generate::Tree& tree)
+{
+    tool::GraphPicture picture = tool::PictureOfAll(Load(tree));
+    tool::Reduce(picture);
+    return tool::ToDot(picture).size();
+}
+
+std::size_t ReportOfAll(const generate::Tree& tree)
+{
+    const tool::Configuration configuration = Load(tree);
+    const tool::CheckResult result = tool::Check(configuration, {}, tool::RuleLevels());
+    const tool::ReportRequests requests = tool::MakeReportRequests(configuration, "", 0);
+    return tool::ReportPage("the tree", tool::ReportData(result, requests)).size();
+}
+
 #define STARTPLAN_MEASURE(work)                                                                              \
     BENCHMARK_CAPTURE(Measure, work, work)                                                                   \
         ->Arg(1000)                                                                                          \
@@ -149,5 +178,8 @@ STARTPLAN_MEASURE(SimulateStartWithTimes);
 STARTPLAN_MEASURE(SimulateStop);
 STARTPLAN_MEASURE(WhyOne);
 STARTPLAN_MEASURE(DiffOfTheSame);
+STARTPLAN_MEASURE(CheckAll);
+STARTPLAN_MEASURE(GraphReduced);
+STARTPLAN_MEASURE(ReportOfAll);
 
 } // namespace
