@@ -35,7 +35,7 @@ _startplan_names()
 _startplan_words() { _startplan_ask words $((CURRENT - 1)) || _files }
 )";
 
-// Inside a specification, ":" and brackets have a meaning.
+// Inside a form, ":" and brackets have a meaning.
 std::string Escaped(const std::string& text)
 {
     std::string escaped;
@@ -62,25 +62,25 @@ std::string Action(const OptionShape& option)
     }
 }
 
-// One specification for each spelling. "*": the last one counts, so an option may come again.
-std::string Specifications(const std::vector<OptionShape>& options)
+// One form for each spelling. "*": the last one counts, so an option may come again.
+std::string OptionForms(const std::vector<OptionShape>& options)
 {
     std::string text;
     for (const OptionShape& option : options) {
         for (const std::string& name : option.Names()) {
             const bool isLong = name.rfind("--", 0) == 0;
-            std::string specification = "*" + name;
+            std::string form = "*" + name;
             if (option.isValueOptional) {
-                specification += isLong ? "=-" : "";
+                form += isLong ? "=-" : "";
             } else if (option.NeedsValue()) {
-                specification += isLong ? "=" : "+";
+                form += isLong ? "=" : "+";
             }
-            specification += fmt::format("[{}]", Escaped(option.summary));
+            form += fmt::format("[{}]", Escaped(option.summary));
             if (!option.placeholder.empty()) {
-                specification += fmt::format("{}{}:{}", option.isValueOptional ? "::" : ":",
-                                             Escaped(option.placeholder), Action(option));
+                form += fmt::format("{}{}:{}", option.isValueOptional ? "::" : ":",
+                                    Escaped(option.placeholder), Action(option));
             }
-            text += fmt::format("        {}\n", ShellQuoted(specification));
+            text += fmt::format("        {}\n", ShellQuoted(form));
         }
     }
     return text;
@@ -111,11 +111,11 @@ std::string ZshScript(const CompletionShapes& shapes)
                         "    done\n"
                         "    options=(\n{}    )\n"
                         "    case $command in\n",
-                        fmt::join(NamesWithValue(shapes), "|"), Specifications(shapes.common));
+                        fmt::join(NamesWithValue(shapes), "|"), OptionForms(shapes.common));
     for (const CommandShape& command : shapes.commands) {
         if (!command.options.empty()) {
-            text += fmt::format("    ({}) options+=(\n{}    ) ;;\n", command.name,
-                                Specifications(command.options));
+            text +=
+                fmt::format("    ({}) options+=(\n{}    ) ;;\n", command.name, OptionForms(command.options));
         }
     }
     text += "    esac\n"
