@@ -6,10 +6,10 @@
 #include <fmt/format.h>
 #include <unistd.h>
 
-#include "tool/command.h"
-#include "tool/command_line.h"
-#include "tool/failure.h"
-#include "tool/output.h"
+#include "tool/command_line/command.h"
+#include "tool/command_line/command_line.h"
+#include "tool/text/failure.h"
+#include "tool/text/output.h"
 
 namespace {
 

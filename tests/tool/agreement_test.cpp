@@ -1,6 +1,6 @@
 // Holds that the check and the library never disagree: over every tree of the cases and the sample tree, each
 // thing that the library says is a finding, and no finding says what the library does not.
-#include "tool/check.h"
+#include "tool/check/check.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -17,8 +17,8 @@
 #include "startplan/depend_graph.h"
 #include "startplan/parse_and_depend.h"
 #include "startplan/result_codes.h"
-#include "tool/request_plan.h"
-#include "tool/rules.h"
+#include "tool/plan/request_plan.h"
+#include "tool/rules/rules.h"
 
 namespace {
 

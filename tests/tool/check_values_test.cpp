@@ -1,7 +1,7 @@
 // What the check says about a value, and what the library makes of it, side by side: the check is silent
 // where the library reads just what is written and logs nothing, and only there.
 
-#include "tool/check.h"
+#include "tool/check/check.h"
 
 #include <algorithm>
 #include <cctype>
@@ -13,7 +13,7 @@
 #include <syslog.h>
 
 #include "tests/support/temporary_tree.h"
-#include "tool/key_table.h"
+#include "tool/keys/key_table.h"
 
 namespace {
 

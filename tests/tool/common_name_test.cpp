@@ -1,4 +1,4 @@
-#include "tool/common_name.h"
+#include "tool/patterns/common_name.h"
 
 #include <cstddef>
 #include <optional>
@@ -10,8 +10,8 @@
 
 #include "startplan/parse_and_depend.h"
 #include "tests/support/short_texts.h"
-#include "tool/log_collector.h"
-#include "tool/name_pattern.h"
+#include "tool/library/log_collector.h"
+#include "tool/patterns/name_pattern.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "tool/completion_words.h"
+#include "tool/completion/completion_words.h"
 
 #include <string>
 #include <vector>
@@ -6,8 +6,8 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/temporary_tree.h"
-#include "tool/command_line.h"
-#include "tool/completion_shapes.h"
+#include "tool/command_line/command_line.h"
+#include "tool/completion/completion_shapes.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "tool/configuration_diff.h"
+#include "tool/commands/configuration_diff.h"
 
 #include <algorithm>
 #include <map>

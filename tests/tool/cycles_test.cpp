@@ -1,4 +1,4 @@
-#include "tool/cycles.h"
+#include "tool/plan/cycles.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -10,7 +10,7 @@
 #include <gtest/gtest.h>
 
 #include "startplan/depend_graph.h"
-#include "tool/log_collector.h"
+#include "tool/library/log_collector.h"
 
 namespace {
 

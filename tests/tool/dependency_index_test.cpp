@@ -1,4 +1,4 @@
-#include "tool/dependency_index.h"
+#include "tool/configuration/dependency_index.h"
 
 #include <algorithm>
 #include <set>
@@ -10,9 +10,9 @@
 
 #include "tests/support/random_seed.h"
 #include "tests/support/temporary_tree.h"
-#include "tool/check_dependencies.h"
-#include "tool/finding.h"
-#include "tool/sufferers.h"
+#include "tool/check/check_dependencies.h"
+#include "tool/check/finding.h"
+#include "tool/check/sufferers.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "tool/device_view.h"
+#include "tool/device/device_view.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -15,8 +15,8 @@
 
 #include "startplan/parser.h"
 #include "tests/support/temporary_tree.h"
-#include "tool/configuration.h"
-#include "tool/failure.h"
+#include "tool/configuration/configuration.h"
+#include "tool/text/failure.h"
 
 namespace {
 

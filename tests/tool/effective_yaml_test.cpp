@@ -1,4 +1,4 @@
-#include "tool/effective_yaml.h"
+#include "tool/commands/effective_yaml.h"
 
 #include <cstdint>
 #include <cstdio>
@@ -13,8 +13,8 @@
 #include "startplan/parser.h"
 #include "tests/support/random_seed.h"
 #include "tests/support/temporary_tree.h"
-#include "tool/configuration.h"
-#include "tool/settings.h"
+#include "tool/configuration/configuration.h"
+#include "tool/keys/settings.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "tool/excerpt.h"
+#include "tool/findings/excerpt.h"
 
 #include <string>
 #include <vector>

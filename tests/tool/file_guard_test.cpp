@@ -1,4 +1,4 @@
-#include "tool/file_guard.h"
+#include "tool/source/file_guard.h"
 
 #include <map>
 #include <optional>

@@ -10,12 +10,12 @@
 
 #include <gtest/gtest.h>
 
-#include "tool/graph_highlight.h"
-#include "tool/graph_layers.h"
-#include "tool/graph_layout.h"
-#include "tool/graph_picture.h"
-#include "tool/graph_reduction.h"
-#include "tool/graph_selection.h"
+#include "tool/graph/graph_highlight.h"
+#include "tool/graph/graph_layers.h"
+#include "tool/graph/graph_layout.h"
+#include "tool/graph/graph_picture.h"
+#include "tool/graph/graph_reduction.h"
+#include "tool/graph/graph_selection.h"
 
 namespace {
 

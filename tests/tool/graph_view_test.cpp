@@ -1,4 +1,4 @@
-#include "tool/graph_view.h"
+#include "tool/plan/graph_view.h"
 
 #include <string>
 #include <vector>

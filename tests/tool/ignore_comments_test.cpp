@@ -1,4 +1,4 @@
-#include "tool/ignore_comments.h"
+#include "tool/source/ignore_comments.h"
 
 #include <chrono>
 #include <string>

@@ -1,4 +1,4 @@
-#include "tool/image_root.h"
+#include "tool/device/image_root.h"
 
 #include <cerrno>
 #include <cstdlib>
@@ -13,7 +13,7 @@
 
 #include "tests/support/random_seed.h"
 #include "tests/support/temporary_tree.h"
-#include "tool/failure.h"
+#include "tool/text/failure.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 // The table of keys says what the library makes of every value; here the library is asked.
 
-#include "tool/key_table.h"
+#include "tool/keys/key_table.h"
 
 #include <algorithm>
 #include <fstream>
@@ -14,9 +14,9 @@
 
 #include "startplan/result_codes.h"
 #include "tests/support/temporary_tree.h"
-#include "tool/configuration.h"
-#include "tool/key_page.h"
-#include "tool/settings.h"
+#include "tool/configuration/configuration.h"
+#include "tool/keys/key_page.h"
+#include "tool/keys/settings.h"
 
 namespace {
 

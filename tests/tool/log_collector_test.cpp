@@ -1,4 +1,4 @@
-#include "tool/log_collector.h"
+#include "tool/library/log_collector.h"
 
 #include <cerrno>
 #include <string>

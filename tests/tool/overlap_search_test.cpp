@@ -1,4 +1,4 @@
-#include "tool/overlap_search.h"
+#include "tool/patterns/overlap_search.h"
 
 #include <algorithm>
 #include <set>
@@ -11,7 +11,7 @@
 #include "startplan/parse_and_depend.h"
 #include "tests/support/random_seed.h"
 #include "tests/support/short_texts.h"
-#include "tool/log_collector.h"
+#include "tool/library/log_collector.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "tool/simulation.h"
+#include "tool/simulation/simulation.h"
 
 #include <algorithm>
 #include <map>
@@ -8,7 +8,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/random_seed.h"
-#include "tool/log_collector.h"
+#include "tool/library/log_collector.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "tool/source_tree.h"
+#include "tool/source/source_tree.h"
 
 #include <filesystem>
 #include <map>
@@ -10,7 +10,7 @@
 #include "startplan/application_manifest.h"
 #include "startplan/result_codes.h"
 #include "tests/support/temporary_tree.h"
-#include "tool/configuration.h"
+#include "tool/configuration/configuration.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "tool/suggest.h"
+#include "tool/text/suggest.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "tool/table_lookup.h"
+#include "tool/library/table_lookup.h"
 
 #include <string>
 #include <vector>
@@ -6,7 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/random_seed.h"
-#include "tool/log_collector.h"
+#include "tool/library/log_collector.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "tool/times_file.h"
+#include "tool/simulation/times_file.h"
 
 #include <optional>
 #include <string>
@@ -6,7 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/temporary_tree.h"
-#include "tool/failure.h"
+#include "tool/text/failure.h"
 
 namespace {
 

@@ -1,0 +1,16 @@
+#ifndef STARTPLAN_TOOL_CHECK_CHECK_ACCOUNTS_H
+#define STARTPLAN_TOOL_CHECK_CHECK_ACCOUNTS_H
+
+#include <vector>
+
+#include "tool/check/finding.h"
+#include "tool/configuration/configuration.h"
+
+namespace tool {
+
+// @pre configuration.WasRead().
+void CheckAccounts(const Configuration& configuration, Findings& findings);
+
+} // namespace tool
+
+#endif

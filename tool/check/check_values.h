@@ -1,0 +1,16 @@
+#ifndef STARTPLAN_TOOL_CHECK_CHECK_VALUES_H
+#define STARTPLAN_TOOL_CHECK_CHECK_VALUES_H
+
+#include <vector>
+
+#include "tool/check/finding.h"
+#include "tool/configuration/configuration.h"
+
+namespace tool {
+
+// @pre configuration.WasRead().
+void CheckValues(const Configuration& configuration, Findings& findings);
+
+} // namespace tool
+
+#endif
