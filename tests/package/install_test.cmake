@@ -28,8 +28,9 @@ else()
   set(shared OFF)
 endif()
 file(REMOVE_RECURSE ${WORK_DIR})
+# Debug information, which the test of the ABI reads, leaves the code as it is.
 run(${CMAKE_COMMAND} -S ${SOURCE_DIR} -B ${WORK_DIR}/build -G Ninja -DCMAKE_CXX_COMPILER=${COMPILER}
-  -DCMAKE_BUILD_TYPE=MinSizeRel -DBUILD_SHARED_LIBS=${shared} -DBUILD_TESTING=OFF
+  -DCMAKE_BUILD_TYPE=MinSizeRel -DCMAKE_CXX_FLAGS=-g -DBUILD_SHARED_LIBS=${shared} -DBUILD_TESTING=OFF
   -DSTARTPLAN_BUILD_TOOLS=OFF -DSTARTPLAN_BUILD_EXAMPLES=OFF -DSTARTPLAN_WARNINGS_AS_ERRORS=ON)
 run(${CMAKE_COMMAND} --build ${WORK_DIR}/build)
 run(${CMAKE_COMMAND} --install ${WORK_DIR}/build --prefix ${WORK_DIR}/installed)
