@@ -11,6 +11,9 @@ namespace startplan {
 struct EntryValues; // the library's own working record; not part of the interface
 }
 
+/// @file
+/// The record of one application.
+
 /// One shared memory pool group that an application joins.
 struct SharepoolGroupsInfo {
     std::string groupName;  ///< the key of the pair under "sharepool_groups"

@@ -11,6 +11,9 @@
 
 class ParseAndDepend;
 
+/// @file
+/// The graph that hands out applications in dependency order.
+
 /// How far a vertex of a DependGraph has come. The numbers are part of the interface.
 enum class VertexState : std::uint32_t {
     WAITING = 0, ///< not handed out yet; also what HasCycle() leaves on every vertex
@@ -20,8 +23,8 @@ enum class VertexState : std::uint32_t {
 
 /// What a DependGraph keeps for each vertex.
 struct VertexStatus {
-    VertexState state = VertexState::WAITING;
-    std::set<std::string> depends; ///< the names this vertex waits for; ascending byte order
+    VertexState state = VertexState::WAITING; ///< how far it has come
+    std::set<std::string> depends;            ///< the names this vertex waits for; ascending byte order
 };
 
 /// The applications of one start or stop request, handed out in dependency order.
@@ -70,7 +73,7 @@ public:
     ///          counted. Nor is the verdict of use there: it compares how often vertices became free with
     ///          their number, and a popped vertex can become free several times or stand in for one that
     ///          never does. The line may then name no vertex at all.
-    /// @return  true, with one line logged: LOG_ERR "The Graph has cycle. the cycle is :%s", where %s
+    /// @return  true, with one line logged: LOG_ERR "The Graph has cycle. the cycle is :%s", where "%s"
     ///          is every vertex that could not be ordered (those on a cycle and all that depend on
     ///          them), each followed by a blank, in the hash table's order; or false, with nothing
     ///          logged.

@@ -12,6 +12,9 @@ namespace startplan {
 struct NodeRef; // the library's own view of a node; not part of the interface
 }
 
+/// @file
+/// YAML files and the nodes in them.
+
 namespace ProcMgr {
 
 /// One loaded YAML file. Made by KvsTypeYaml::InitYamlNode() and shared by every handle that stands in

@@ -12,6 +12,9 @@
 
 class DependGraph;
 
+/// @file
+/// From a configuration to graphs of what starts and stops.
+
 /// The library's front: reads a startup configuration, knows which application depends on which, and
 /// fills the graphs by which applications are started and stopped.
 ///
@@ -105,6 +108,7 @@ public:
     /// name and every longer name that begins with it, so where both "svc" and "svc_a" are keys, either
     /// may be found for "svc_a". Good until the table changes. Logs what the matches log.
     DependsMap::iterator GetAppFromDependsMap(const std::string& appName);
+    /// The same where the table can only be read.
     DependsMap::const_iterator GetAppFromDependsMap(const std::string& appName) const;
 
     /// Fills `graph` for starting the named applications: each waits for those it depends on.

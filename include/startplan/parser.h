@@ -12,12 +12,16 @@
 class ApplicationManifest;
 struct SharepoolGroupsInfo;
 
+/// @file
+/// Parsers: from configuration files to records of applications.
+
 /// Which parser reads a configuration. Any other value names no parser.
 enum ParamType : std::uint32_t {
     PARAM_TYPE_YAML = 0, ///< ProcMgr::YamlParser
     PARAM_TYPE_CFG = 1,  ///< ProcMgr::CfgParser, which reads nothing
 };
 
+/// The parsers, and the reading of YAML files that they are built on.
 namespace ProcMgr {
 
 class KvsTypeYaml;
@@ -255,8 +259,10 @@ public:
 /// arguments and log nothing.
 class CfgParser : public Parser {
 public:
+    /// 0, with `apps` untouched.
     std::uint32_t ParseToApplication(const std::string& path, std::vector<ApplicationManifest>& apps,
                                      const std::map<std::string, std::string>& replaceData) const override;
+    /// 0, with `replaceData` untouched.
     std::uint32_t ParseToReplaceData(const std::string& path,
                                      std::map<std::string, std::string>& replaceData) const override;
 };

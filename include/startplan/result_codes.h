@@ -3,6 +3,7 @@
 
 #include <cstdint>
 
+/// @file
 /// What ParseAndDepend and the parsers return: 0 for success, else one of these.
 ///
 /// Partial success is normal: next to a failure code the out-parameters may hold everything that
