@@ -1,6 +1,14 @@
 # Puts the C++ of PAGE together into SOURCE, and the output that it promises, the block behind, into EXPECTED.
 cmake_minimum_required(VERSION 3.20)
 file(READ ${PAGE} rest)
+# A manual page as if it were Markdown: its blocks, and the escapes of roff inside of them.
+if(PAGE MATCHES "\\.[0-9](\\.in)?$")
+  string(REPLACE ".EX\n#include" "```cpp\n#include" rest "${rest}")
+  string(REGEX REPLACE "\n\\.E[XE]\n" "\n```\n" rest "${rest}")
+  string(REPLACE "\n\\&\n" "\n\n" rest "${rest}")
+  string(REPLACE "\\-" "-" rest "${rest}")
+  string(REPLACE "\\e" "\\" rest "${rest}")
+endif()
 set(source "")
 set(blocks 0)
 while(TRUE)

@@ -1,20 +1,13 @@
 # Builds the library with the options of a packager (KIND: shared or static), installs it, moves the prefix,
-# and builds and runs a client there by find_package and by pkg-config. Of the shared library it also holds
-# the exported symbols against exported_symbols.txt, and what it needs at run time.
+# and builds and runs a client there by find_package and by pkg-config; then installs it below $DESTDIR and
+# uninstalls it. Of the shared library it also holds the exported symbols against exported_symbols.txt, and what it
+# needs at run time.
 cmake_minimum_required(VERSION 3.20)
 if(NOT PKG_CONFIG)
   message(FATAL_ERROR "pkg-config is needed for this test")
 endif()
 set(here ${CMAKE_CURRENT_LIST_DIR})
-
-function(run)
-  execute_process(COMMAND ${ARGV} RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE output)
-  if(NOT result EQUAL 0)
-    string(JOIN " " command ${ARGV})
-    message(FATAL_ERROR "${command}\nexit status ${result}\n${output}")
-  endif()
-  set(output "${output}" PARENT_SCOPE)
-endfunction()
+include(${here}/steps.cmake)
 
 function(expect_client_output)
   if(NOT output STREQUAL "1 net\n2 web\n")
@@ -58,6 +51,17 @@ file(STRINGS ${SOURCE_DIR}/CMakeLists.txt project REGEX "^project\\(")
 if(NOT project MATCHES "VERSION ${version} ")
   message(FATAL_ERROR "startplan.pc has version ${version}; ${project}")
 endif()
+
+# Installed once more, below $DESTDIR and beside somebody else's file; what is uninstalled is all but that.
+set(ENV{DESTDIR} ${WORK_DIR}/root)
+run(${CMAKE_COMMAND} --install ${WORK_DIR}/build --prefix /opt/startplan)
+file(MAKE_DIRECTORY ${WORK_DIR}/root/opt/startplan/include/other)
+file(WRITE ${WORK_DIR}/root/opt/startplan/include/other/other.h "")
+expect_files(${WORK_DIR}/root/opt/startplan MATCHING "/libstartplan\\." "/include/startplan/parser\\.h$"
+  "/cmake/startplan/FindLibYaml\\.cmake$" "/pkgconfig/startplan\\.pc$" "/man3/libstartplan\\.3$")
+run(${CMAKE_COMMAND} --build ${WORK_DIR}/build --target uninstall)
+expect_left(${WORK_DIR}/root/opt/startplan include/other/other.h)
+unset(ENV{DESTDIR})
 
 if(KIND STREQUAL "static")
   return()
