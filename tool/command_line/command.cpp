@@ -18,6 +18,21 @@ std::vector<CommandInfo>& TheList()
 
 } // namespace
 
+const char* TitleOf(Section section)
+{
+    switch (section) {
+    case Section::LOOK:
+        return "Look at a configuration";
+    case Section::REQUESTS:
+        return "Requests";
+    case Section::PATTERNS:
+        return "Names and patterns";
+    case Section::ABOUT:
+        return "About this command";
+    }
+    return "";
+}
+
 CommandEntry::CommandEntry(CommandInfo info)
 {
     TheList().push_back(std::move(info));

@@ -29,11 +29,25 @@ public:
 // In which part of the help a command stands, in this order.
 enum class Section { LOOK, REQUESTS, PATTERNS, ABOUT };
 
+// "Look at a configuration" and so on.
+const char* TitleOf(Section section);
+
+// What a command says of itself, in lines of 100 at most, to --help and to its page of the manual. Paragraphs by
+// an empty line; indented lines are shown as they are.
+struct Description {
+    const char* text;    // what it does, and its arguments
+    const char* exits;   // "0 done, 1 ..., 2 ...."
+    const char* example; // a command line
+    // For the page alone: sections, each below a line of capitals; and further examples.
+    const char* more = "";
+    const char* examples = "";
+};
+
 struct CommandInfo {
     const char* name;
     const char* arguments; // as the usage line shows them: "[TOP]"
     const char* summary;   // one line without a full stop
-    const char* help;      // what it does, its arguments, exit status, an example: lines of 100 at most
+    Description help;
     Section section;
     std::vector<std::string> formats; // the first one is the default
     std::unique_ptr<Command> (*make)();

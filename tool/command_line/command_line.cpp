@@ -12,13 +12,24 @@ namespace tool {
 
 namespace {
 
-constexpr const char* kSectionTitles[] = {"Look at a configuration", "Requests", "Names and patterns",
-                                          "About this command"};
+constexpr Description kMainText = {
+    "Options and arguments may come in any order; \"--\" ends the options.",
+    "0 done and nothing found, 1 something is wrong with what was asked about, 2 the work could\n"
+    "not be done.",
+    "",
+};
+
+constexpr char kCommonOptions[] = "Common options";
+
+std::string ExitLine(const Description& help)
+{
+    return fmt::format("Exit status: {}\n", help.exits);
+}
 
 // The line of use first, then CLI11's list of options in GNU's spelling, then the command's own text.
 class HelpFormatter : public CLI::Formatter {
 public:
-    explicit HelpFormatter(const CommandInfo& info) : info_(info) { column_width(27); }
+    explicit HelpFormatter(const CommandInfo& info = {}) : info_(info) { column_width(27); }
 
     // CLI11 leaves two empty lines between its groups.
     std::string make_help(const CLI::App* app, std::string name, CLI::AppFormatMode mode) const override
@@ -57,7 +68,8 @@ public:
 
     std::string make_footer(const CLI::App* /*app*/) const override
     {
-        return fmt::format("\n{}\n", info_.help);
+        return fmt::format("\n{}\n\n{}Example: {}\n", info_.help.text, ExitLine(info_.help),
+                           info_.help.example);
     }
 
 private:
@@ -90,15 +102,20 @@ std::vector<std::string> OptionNames(const CLI::App& app)
     return names;
 }
 
+void AddHelpAndVersion(CLI::App& app)
+{
+    app.set_help_flag("-h,--help", "Show this help")->group(kCommonOptions);
+    app.add_flag("-V,--version", "Show the version")->group(kCommonOptions);
+}
+
 } // namespace
 
 CommandLine::CommandLine() : app_("", "startplan"), infos_(Commands())
 {
     app_.require_subcommand(0, 1);
     app_.allow_extras();
-    app_.set_help_flag("-h,--help", "Show this help");
-    app_.add_flag("-V,--version", "Show the version");
     AddCommonOptions(app_, options_);
+    AddHelpAndVersion(app_);
     for (const CommandInfo& info : infos_) {
         // Words are taken as they are: CLI11 would split "[a,b]", and knows no words behind "--".
         app_.add_subcommand(info.name)->allow_extras();
@@ -119,8 +136,7 @@ void CommandLine::Define(const CommandInfo& info)
     command->Define(app);
     AddCommonOptions(app, options_);
     app.get_option("--format")->description(fmt::format("Output format: {}", fmt::join(info.formats, ", ")));
-    app.set_help_flag("-h,--help", "Show this help")->group("Common options");
-    app.add_flag("-V,--version", "Show the version")->group("Common options");
+    AddHelpAndVersion(app);
     app.formatter(std::make_shared<HelpFormatter>(info));
     commands_[info.name] = std::move(command);
 }
@@ -242,7 +258,7 @@ std::string CommandLine::ShortHelp() const
     const Section* section = nullptr;
     for (const CommandInfo& info : infos_) {
         if (section == nullptr || *section != info.section) {
-            text += fmt::format("\n{}:\n", kSectionTitles[static_cast<std::size_t>(info.section)]);
+            text += fmt::format("\n{}:\n", TitleOf(info.section));
             section = &info.section;
         }
         text += fmt::format("  {:<11} {}\n", info.name, info.summary);
@@ -250,29 +266,16 @@ std::string CommandLine::ShortHelp() const
     return text + "\n\"startplan COMMAND --help\" tells all about one command.\n";
 }
 
+const Description& CommandLine::MainText()
+{
+    return kMainText;
+}
+
 std::string CommandLine::MainHelp() const
 {
-    return ShortHelp() +
-           "\n"
-           "Options of every command:\n"
-           "  -c, --config TOP         The top-level file, instead of the first argument\n"
-           "  -r, --replace-data FILE  Values of the ${NAME} placeholders in paths\n"
-           "  -D, --define NAME=VALUE  One more such value; goes before the file's\n"
-           "      --root DIR           Read the files of the device whose root is DIR\n"
-           "      --passwd FILE        The device's users; with --root, DIR/etc/passwd\n"
-           "      --group FILE         The device's groups; with --root, DIR/etc/group\n"
-           "  -f, --format FORMAT      Output format: text, json\n"
-           "  -o, --output FILE        Write the output to FILE, whole or not at all\n"
-           "      --color[=WHEN]       auto (a terminal, and NO_COLOR is not set), always, never\n"
-           "  -q, --quiet              Say only what was asked for, and errors\n"
-           "  -v, --verbose            Show what the library logs, on standard error\n"
-           "  -h, --help               Show help\n"
-           "  -V, --version            Show the version\n"
-           "\n"
-           "Options and arguments may come in any order; \"--\" ends the options.\n"
-           "\n"
-           "Exit status: 0 done and nothing found; 1 findings: something is wrong with what was\n"
-           "asked about; 2 the work could not be done.\n";
+    const HelpFormatter formatter;
+    return ShortHelp() + formatter.make_group("Options of every command", false, app_.get_options()) + "\n" +
+           kMainText.text + "\n\n" + ExitLine(kMainText);
 }
 
 } // namespace tool

@@ -39,6 +39,9 @@ public:
     void DefineAll();
     const std::vector<CommandInfo>& Infos() const { return infos_; }
     const CLI::App& AppOf(const CommandInfo& info) const { return *app_.get_subcommand(info.name); }
+    // The options of every command, and what is said of all commands.
+    const CLI::App& MainApp() const { return app_; }
+    static const Description& MainText();
 
 private:
     void Define(const CommandInfo& info);

@@ -50,7 +50,8 @@ void AddCommonOptions(CLI::App& app, CommonOptions& options)
     text("--root", options.device.root, "DIR", "Read the files of the device whose root is DIR");
     text("--passwd", options.device.passwd, "FILE", "The device's users; with --root, DIR/etc/passwd");
     text("--group", options.device.group, "FILE", "The device's groups; with --root, DIR/etc/group");
-    text("-f,--format", options.format, "FORMAT", "Output format");
+    text("-f,--format", options.format, "FORMAT",
+         "Output format: text, json, or what else the command knows");
     text("-o,--output", options.output, "FILE", "Write the output to FILE, whole or not at all");
     AddColor(app, options);
     app.add_flag("-q,--quiet", options.isQuiet, "Say only what was asked for, and errors")

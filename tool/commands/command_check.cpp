@@ -128,17 +128,33 @@ private:
     RequestToCheck stop_{RequestKind::STOP, {}};
 };
 
-constexpr char kCheckHelp[] =
+constexpr Description kCheckHelp = {
     "Reads the configuration exactly as the process manager would and reports every mistake in one run: "
     "where\n"
     "it stands, what the device would really do, and how to mend it. RULE is a rule's id or a group's name,\n"
     "see \"startplan rules\" and \"startplan explain RULE\".\n\n"
     "A comment \"# startplan: ignore[RULE]\" hides the findings of a rule in its own line, or in the next "
     "one\n"
-    "where it has a line of its own.\n\n"
-    "Exit status: 0 nothing found at or above --fail-level, 1 findings, 2 the top-level or the replace file\n"
-    "cannot be read, or the input must not be given to the library.\n"
-    "Example: startplan check -r replace.yaml top.yaml";
+    "where it has a line of its own.",
+    "0 nothing found at or above --fail-level, 1 findings, 2 the top-level or the replace file\n"
+    "cannot be read, or the input must not be given to the library.",
+    "startplan check -r replace.yaml top.yaml",
+    "FORMATS\n\n"
+    "The first format is for people. \"gcc\" is what editors take from a compiler, \"github\" shows\n"
+    "findings beside the changed lines of a workflow on that host, \"sarif\" is the interchange format\n"
+    "SARIF 2.1.0, and \"json\" holds everything, the library's result code included; \"startplan schema\n"
+    "diagnostics\" prints its schema.\n\n"
+    "BASELINES\n\n"
+    "For an old configuration with many findings --write-baseline writes down what is known, and\n"
+    "--baseline reports what is new. A baseline holds no lines, so it survives edits.",
+    "What is new since the baseline was written:\n\n"
+    "    startplan check --write-baseline known.json -r replace.yaml top.yaml\n"
+    "    startplan check --baseline known.json -r replace.yaml top.yaml\n\n"
+    "For an editor, what is wrong with the tree of files alone:\n\n"
+    "    startplan check -f gcc --select tree -r replace.yaml top.yaml\n\n"
+    "One rule less, and exit status 1 for errors only:\n\n"
+    "    startplan check --ignore redundant-dependency --fail-level error top.yaml",
+};
 
 const CommandEntry
     kCheckEntry({"check",

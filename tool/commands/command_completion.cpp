@@ -58,11 +58,18 @@ private:
     }
 };
 
-constexpr char kCompletionHelp[] =
+constexpr Description kCompletionHelp = {
     "A script by which the shell completes commands, options, their values, files, and the names of\n"
-    "applications once the line names a top-level file. The script says how it is used.\n\n"
-    "Exit status: 0 done, 2 the work could not be done.\n"
-    "Example: source <(startplan completion bash)";
+    "applications once the line names a top-level file. The script says how it is used.",
+    "0 done, 2 the work could not be done.",
+    "source <(startplan completion bash)",
+    "FILES\n\n"
+    "The scripts are installed, too, where the shells look for them below the folder that the command\n"
+    "was installed to: as share/bash-completion/completions/startplan,\n"
+    "share/zsh/vendor-completions/_startplan and share/fish/vendor_completions.d/startplan.fish.",
+    "For one user, in fish:\n\n"
+    "    startplan completion fish >~/.config/fish/completions/startplan.fish",
+};
 
 const CommandEntry
     kCompletionEntry({"completion",

@@ -60,16 +60,20 @@ private:
     std::vector<std::string> newDefinitions_;
 };
 
-constexpr char kDiffHelp[] =
+constexpr Description kDiffHelp = {
     "What changes on the device when the one configuration takes the place of the other: applications, each\n"
     "setting with the value that the device gets, dependencies, what is dropped, in which round of a "
     "request\n"
     "for all each application is started and stopped, and the critical path with the times that "
     "\"simulate\"\n"
     "takes by itself. The order of files and entries counts for nothing, nor does the folder of the tree.\n"
-    "-r and -D are for both; a top-level file can be compared with itself under other replace data.\n\n"
-    "Exit status: 0 no difference, 1 they differ, 2 the work could not be done.\n"
-    "Example: startplan diff -D KIT=a --new-define KIT=b top.yaml top.yaml";
+    "-r and -D are for both; a top-level file can be compared with itself under other replace data.",
+    "0 no difference, 1 they differ, 2 the work could not be done.",
+    "startplan diff -D KIT=a --new-define KIT=b top.yaml top.yaml",
+    "",
+    "Two states of a tree:\n\n"
+    "    startplan diff -r replace.yaml old/top.yaml new/top.yaml",
+};
 
 const CommandEntry kDiffEntry({"diff",
                                "OLD NEW",

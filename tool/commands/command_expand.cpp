@@ -90,13 +90,17 @@ private:
     std::size_t limit_ = kDefaultLimit;
 };
 
-constexpr char kExpandHelp[] =
+constexpr Description kExpandHelp = {
     "The names that a pattern stands for, one a line, without reading any file. Numbers are written without\n"
     "leading zeros, though the library takes app_01 for app_1. A parameter that stands for any text, <*> or\n"
     "<*PATH>, is left as it is. What no list can show is said on standard error. Put patterns in quotes:\n"
-    "to the shell, < and > mean files.\n\n"
-    "Exit status: 0 done, 1 no name can match a pattern, 2 the work could not be done.\n"
-    "Example: startplan expand 'lidar_<1,2,4-6>'";
+    "to the shell, < and > mean files.",
+    "0 done, 1 no name can match a pattern, 2 the work could not be done.",
+    "startplan expand 'lidar_<1,2,4-6>'",
+    "",
+    "The first ten names of a family without end:\n\n"
+    "    startplan expand --limit 10 'port_<>'",
+};
 
 const CommandEntry
     kExpandEntry({"expand",

@@ -49,11 +49,15 @@ private:
     }
 };
 
-constexpr char kExplainHelp[] =
+constexpr Description kExplainHelp = {
     "When the rule finds something, an example, what the device does, and how to mend it. RULE stands in\n"
-    "brackets behind every finding; \"startplan rules\" lists them all.\n\n"
-    "Exit status: 0 done, 1 there is no such rule, 2 the work could not be done.\n"
-    "Example: startplan explain unknown-placeholder";
+    "brackets behind every finding; \"startplan rules\" lists them all.",
+    "0 done, 1 there is no such rule, 2 the work could not be done.",
+    "startplan explain unknown-placeholder",
+    "",
+    "Two rules for a program:\n\n"
+    "    startplan explain -f json cycle stall",
+};
 
 const CommandEntry
     kExplainEntry({"explain",

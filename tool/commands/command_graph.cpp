@@ -245,14 +245,20 @@ private:
     bool isComplete_ = true;
 };
 
-constexpr char kGraphHelp[] =
+constexpr Description kGraphHelp = {
     "Who depends on whom: of the whole configuration, of the named applications and all that they need, or,\n"
     "with --start or --stop, of one request as the library takes it. --focus shows the surroundings of one\n"
     "application. Dropped applications and names that are not configured are part of the picture.\n"
-    "An application that is called \"cycles\" or \"critical\" cannot be highlighted.\n\n"
-    "Exit status: 0 done, 1 a name is not found or the library's result is not 0, 2 the work could not be\n"
-    "done.\n"
-    "Example: startplan graph top.yaml --focus clock_sync --depth 2 -f dot | dot -Tsvg -o clock_sync.svg";
+    "An application that is called \"cycles\" or \"critical\" cannot be highlighted.",
+    "0 done, 1 a name is not found or the library's result is not 0, 2 the work could not be\n"
+    "done.",
+    "startplan graph top.yaml --focus clock_sync --depth 2 -f dot | dot -Tsvg -o clock_sync.svg",
+    "",
+    "A picture of everything, without the arrows that a longer way makes needless:\n\n"
+    "    startplan graph --reduce -f svg -o graph.svg -r replace.yaml top.yaml\n\n"
+    "In which order a request to stop works:\n\n"
+    "    startplan graph --stop -r replace.yaml top.yaml clock_sync",
+};
 
 const CommandEntry
     kGraphEntry({"graph",

@@ -96,11 +96,17 @@ private:
     }
 };
 
-constexpr char kListHelp[] =
+constexpr Description kListHelp = {
     "One row for each application, in the order in which the library hands them out. DEPENDS counts the\n"
-    "names in its \"depends\". Dropped applications are no rows; standard error tells them.\n\n"
-    "Exit status: 0 done, 1 the library's result is not 0, 2 the work could not be done.\n"
-    "Example: startplan list -r replace.yaml top.yaml";
+    "names in its \"depends\". Dropped applications are no rows; standard error tells them.",
+    "0 done, 1 the library's result is not 0, 2 the work could not be done.",
+    "startplan list -r replace.yaml top.yaml",
+    "",
+    "With another value for one placeholder:\n\n"
+    "    startplan list -r replace.yaml -D RADAR_KIT=front top.yaml\n\n"
+    "As the device sees it whose image lies below a folder:\n\n"
+    "    startplan list --root build/image /etc/vehicle/top.yaml",
+};
 
 const CommandEntry kListEntry({"list",
                                "[TOP]",

@@ -195,14 +195,18 @@ public:
     }
 };
 
-constexpr char kMatchHelp[] =
+constexpr Description kMatchHelp = {
     "Looks names up as a request does: shows the key of the dependency table that the library takes, and\n"
     "every other one that matches, each with the part of the name that its pieces take. Of the keys that\n"
     "do not match, it shows the patterns whose text fits, and why their parameters do not. The name need\n"
-    "not be in any file. -v also shows what the device would log.\n\n"
-    "Exit status: 0 one key matches each name, 1 a name matches no key or several, or the library's result\n"
-    "is not 0, 2 the work could not be done.\n"
-    "Example: startplan match top.yaml camera_2";
+    "not be in any file. -v also shows what the device would log.",
+    "0 one key matches each name, 1 a name matches no key or several, or the library's result\n"
+    "is not 0, 2 the work could not be done.",
+    "startplan match top.yaml camera_2",
+    "",
+    "Several names, with the lines that the device would log:\n\n"
+    "    startplan match -v -r replace.yaml top.yaml lidar_3 camera_9",
+};
 
 const CommandEntry
     kMatchEntry({"match",

@@ -68,14 +68,20 @@ private:
     RequestOptions request_;
 };
 
-constexpr char kPlanHelp[] =
+constexpr Description kPlanHelp = {
     "The rounds in which the library hands a request out: each holds what may be started, or stopped, once\n"
     "everything in the rounds before is done. Names are served as on the device, patterns included.\n"
     "A start pulls in what the named ones depend on, but one level deep only; a stop leaves dependants that\n"
-    "are not named running. --closure makes the request whole.\n\n"
-    "Exit status: 0 done, 1 a name is not found, a cycle, a stall, or the library's result is not 0, 2 the\n"
-    "work could not be done.\n"
-    "Example: startplan plan start top.yaml --all";
+    "are not named running. --closure makes the request whole.",
+    "0 done, 1 a name is not found, a cycle, a stall, or the library's result is not 0, 2 the\n"
+    "work could not be done.",
+    "startplan plan start top.yaml --all",
+    "",
+    "One application, and all that it needs:\n\n"
+    "    startplan plan start --closure -r replace.yaml top.yaml clock_sync\n\n"
+    "Every member of a family:\n\n"
+    "    startplan plan start top.yaml $(startplan expand 'can_gateway_<0-2>')",
+};
 
 const CommandEntry kPlanEntry({"plan",
                                "start|stop TOP NAME...|--all",

@@ -41,14 +41,20 @@ private:
     }
 };
 
-constexpr char kRenderHelp[] =
+constexpr Description kRenderHelp = {
     "Every application that the library keeps, with every setting as the device gets it: defaults written\n"
     "out, owners as numbers, files joined. The YAML is a startup file that reads as the same applications,\n"
     "so two states of a tree can be compared line by line. \"x-file\" tells where an entry stands.\n"
     "\"startup_priority\" is left out where an application has none: a written -1 gets a warning.\n"
-    "Dropped applications are not in it; standard error tells them.\n\n"
-    "Exit status: 0 done, 1 the library's result is not 0, 2 the work could not be done.\n"
-    "Example: startplan render -r replace.yaml -o before.yaml top.yaml";
+    "Dropped applications are not in it; standard error tells them.",
+    "0 done, 1 the library's result is not 0, 2 the work could not be done.",
+    "startplan render -r replace.yaml -o before.yaml top.yaml",
+    "",
+    "What another value for one placeholder changes:\n\n"
+    "    startplan render -r replace.yaml -o before.yaml top.yaml\n"
+    "    startplan render -r replace.yaml -D RADAR_KIT=front -o after.yaml top.yaml\n"
+    "    diff before.yaml after.yaml",
+};
 
 const CommandEntry
     kRenderEntry({"render",

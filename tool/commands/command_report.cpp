@@ -61,16 +61,19 @@ private:
     std::string title_;
 };
 
-constexpr char kReportHelp[] =
+constexpr Description kReportHelp = {
     "One page for a browser, with everything in it and without any need of a network: what check finds, "
     "every\n"
     "setting of every application in a table to search and sort, the graph to pan, zoom and search, the\n"
     "rounds in which all applications start and stop, and their time line, with the durations that simulate\n"
-    "takes.\n\n"
-    "Exit status: 0 done, 1 the page shows a warning, an error or a cycle, or the library's result is not "
-    "0,\n"
-    "2 the work could not be done. The page is written for 0 and 1.\n"
-    "Example: startplan report -o report.html top.yaml";
+    "takes.",
+    "0 done, 1 the page shows a warning, an error or a cycle, or the library's result is not 0,\n"
+    "2 the work could not be done. The page is written for 0 and 1.",
+    "startplan report -o report.html top.yaml",
+    "",
+    "With durations that were measured, and a title:\n\n"
+    "    startplan report --times times.yaml --title Vehicle -o report.html top.yaml",
+};
 
 const CommandEntry
     kReportEntry({"report",

@@ -55,11 +55,15 @@ private:
     }
 };
 
-constexpr char kRulesHelp[] =
-    "Every rule of \"startplan check\": its id, its level unless -W says otherwise, its "
-    "group, and what it finds.\n\n"
-    "Exit status: 0.\n"
-    "Example: startplan rules";
+constexpr Description kRulesHelp = {
+    "Every rule of \"startplan check\": its id, its level unless -W says otherwise, its group, and what it "
+    "finds.",
+    "0 done, 2 the work could not be done.",
+    "startplan rules",
+    "",
+    "All about every rule, as a page in Markdown:\n\n"
+    "    startplan rules -f markdown -o rules.md",
+};
 
 const CommandEntry
     kRulesEntry({"rules",

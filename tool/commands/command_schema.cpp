@@ -65,7 +65,7 @@ public:
     }
 };
 
-constexpr char kSchemaHelp[] =
+constexpr Description kSchemaHelp = {
     "The JSON Schema (draft-07) of one kind of file: \"startup\" (applications; the default), \"top\"\n"
     "(top-level and sub-startup files) or \"replace\" (values of placeholders). Editors that know YAML "
     "check\n"
@@ -74,10 +74,15 @@ constexpr char kSchemaHelp[] =
     "Unknown keys are refused; keys that begin with \"x-\" are yours. \"check\" finds more than a schema "
     "can.\n"
     "With --format markdown: the same keys as tables.\n\n"
-    "\"diagnostics\" and \"plan\" are the schemas of what \"check\" and \"plan\" print with --format "
-    "json.\n\n"
-    "Exit status: 0 done, 2 the work could not be done.\n"
-    "Example: startplan schema startup -o startup.schema.json";
+    "\"diagnostics\" and \"plan\" are the schemas of what \"check\" and \"plan\" print with --format json.",
+    "0 done, 2 the work could not be done.",
+    "startplan schema startup -o startup.schema.json",
+    "FILES\n\n"
+    "The schemas are installed, too: below the folder that the command was installed to, as\n"
+    "share/startplan/schemas/startup.schema.json and so on.",
+    "The keys of a top-level file as a table:\n\n"
+    "    startplan schema top -f markdown",
+};
 
 const CommandEntry
     kSchemaEntry({"schema",

@@ -180,13 +180,17 @@ private:
     }
 };
 
-constexpr char kShowHelp[] =
+constexpr Description kShowHelp = {
     "Every setting of the named applications: the value that the device gets, the getter that hands it out,\n"
     "and where it comes from. A name that no application has is looked up as a request would be, among the\n"
-    "patterns.\n\n"
-    "Exit status: 0 done, 1 a name is not found or the library's result is not 0, 2 the work could not be\n"
-    "done.\n"
-    "Example: startplan show -c top.yaml clock_sync";
+    "patterns.",
+    "0 done, 1 a name is not found or the library's result is not 0, 2 the work could not be\n"
+    "done.",
+    "startplan show -c top.yaml clock_sync",
+    "",
+    "A member of a family, by its own name:\n\n"
+    "    startplan show -r replace.yaml top.yaml lidar_4",
+};
 
 const CommandEntry kShowEntry({"show",
                                "TOP NAME...",

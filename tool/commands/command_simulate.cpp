@@ -260,7 +260,7 @@ private:
     SimulateOptions options_;
 };
 
-constexpr char kSimulateHelp[] =
+constexpr Description kSimulateHelp = {
     "When each application starts, or stops, if every one takes the time that is told: the library hands\n"
     "them out, and what it has handed out is done when its time is over. Shows who holds up the end (the\n"
     "critical path) and how much longer each of the others could take (its slack).\n\n"
@@ -271,11 +271,16 @@ constexpr char kSimulateHelp[] =
     "  \"camera_<0-3>\": 1200\n\n"
     "An exact name goes before a pattern, an earlier pattern before a later one.\n\n"
     "In the time line # is the critical path, = any other step, . slack, - waiting for a job, and x a step\n"
-    "that is never done.\n\n"
-    "Exit status: 0 done, 1 somebody never starts, or what \"plan\" ends with 1 for, 2 the work could not "
-    "be\n"
-    "done.\n"
-    "Example: startplan simulate start top.yaml --all --jobs 4 --fail message_bus";
+    "that is never done.",
+    "0 done, 1 somebody never starts, or what \"plan\" ends with 1 for, 2 the work could not be\n"
+    "done.",
+    "startplan simulate start top.yaml --all --jobs 4 --fail message_bus",
+    "",
+    "The worst case of a stop:\n\n"
+    "    startplan simulate stop -r replace.yaml top.yaml --all\n\n"
+    "A picture of the start, with durations that were measured:\n\n"
+    "    startplan simulate start --times times.yaml -f svg -o start.svg top.yaml --all",
+};
 
 const CommandEntry
     kSimulateEntry({"simulate",

@@ -117,16 +117,20 @@ private:
     bool isFull_ = false;
 };
 
-constexpr char kWhyHelp[] =
+constexpr Description kWhyHelp = {
     "All about one application: where it stands in the files and what has become of that entry, which key "
     "of\n"
     "the library's table serves a request for it and which others would match, what it needs and who needs\n"
     "it by shortest chains, and in which round of a request for all it comes, and because of whom.\n"
     "With two names, the shortest way on which the first one needs the second one, and where each step is\n"
-    "written. In a chain each name needs the next one.\n\n"
-    "Exit status: 0 done, 1 the name is not found, is dropped or never handed out, the first one does not\n"
-    "need the second one, or the library's result is not 0, 2 the work could not be done.\n"
-    "Example: startplan why top.yaml web clock_sync";
+    "written. In a chain each name needs the next one.",
+    "0 done, 1 the name is not found, is dropped or never handed out, the first one does not\n"
+    "need the second one, or the library's result is not 0, 2 the work could not be done.",
+    "startplan why top.yaml web clock_sync",
+    "",
+    "All about one application:\n\n"
+    "    startplan why -r replace.yaml top.yaml clock_sync",
+};
 
 const CommandEntry kWhyEntry({"why",
                               "TOP NAME [OTHER]",

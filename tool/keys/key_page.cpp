@@ -10,11 +10,6 @@ namespace tool {
 
 namespace {
 
-std::string RangeOf(const Key& key)
-{
-    return key.kind == KeyKind::POLICY ? fmt::format("`{}`", fmt::join(key.words, "`, `")) : key.range;
-}
-
 std::string Cell(const Key& key, const char* json, const char* words)
 {
     if (words != nullptr) {
@@ -40,6 +35,11 @@ std::string DefaultWords(const Key& key)
     return words == "none" || words == "empty text" ? "empty" : words;
 }
 
+std::string RangeWords(const Key& key)
+{
+    return key.kind == KeyKind::POLICY ? fmt::format("`{}`", fmt::join(key.words, "`, `")) : key.range;
+}
+
 std::string ValueWords(const Key& key, const char* json)
 {
     const Json value = Json::parse(json);
@@ -58,7 +58,7 @@ std::string KeyTable(FileKind kind)
     std::string page = "| key | kind | default | range | meaning |\n|---|---|---|---|---|\n";
     for (const Key& key : KeysOf(kind)) {
         page += fmt::format("| `{}` | {} | {} | {} | {} |\n", key.name, key.kindText, DefaultWords(key),
-                            RangeOf(key), key.meaning);
+                            RangeWords(key), key.meaning);
     }
     return page;
 }

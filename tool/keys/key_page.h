@@ -17,6 +17,9 @@ std::string OutcomeTable();
 // What the key is worth when it is left out, as the manual writes it.
 std::string DefaultWords(const Key& key);
 
+// What can be written plainly, as the manual writes it.
+std::string RangeWords(const Key& key);
+
 // A value of the table as the manual writes it: "empty text" or "none" for what is empty.
 std::string ValueWords(const Key& key, const char* json);
 
