@@ -43,10 +43,6 @@ if(STARTPLAN_BUILD_TOOLS)
 endif()
 
 if(startplan_top_level)
-  set(startplan_own_folders ${CMAKE_INSTALL_INCLUDEDIR}/startplan ${startplan_package_dir}
-    ${CMAKE_INSTALL_DATADIR}/startplan/schemas)
-  add_custom_target(uninstall
-    COMMAND ${CMAKE_COMMAND} -DBUILD_DIR=${CMAKE_CURRENT_BINARY_DIR} "-DOWN_FOLDERS=${startplan_own_folders}"
-      -P ${PROJECT_SOURCE_DIR}/cmake/uninstall.cmake
-    VERBATIM)
+  configure_file(cmake/uninstall.cmake.in uninstall.cmake @ONLY)
+  add_custom_target(uninstall COMMAND ${CMAKE_COMMAND} -P ${CMAKE_CURRENT_BINARY_DIR}/uninstall.cmake VERBATIM)
 endif()
