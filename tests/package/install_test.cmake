@@ -1,7 +1,7 @@
 # Builds the library with the options of a packager (KIND: shared or static), installs it, moves the prefix,
 # and builds and runs a client there by find_package and by pkg-config; then installs it below $DESTDIR and
-# uninstalls it. Of the shared library it also holds the exported symbols against exported_symbols.txt, and what it
-# needs at run time.
+# uninstalls it. Of the shared library it also holds the exported symbols against exported_symbols.txt, and that it
+# calls plain syslog().
 cmake_minimum_required(VERSION 3.20)
 if(NOT PKG_CONFIG)
   message(FATAL_ERROR "pkg-config is needed for this test")
@@ -21,7 +21,10 @@ else()
   set(shared OFF)
 endif()
 file(REMOVE_RECURSE ${WORK_DIR})
-# Debug information, which the test of the ABI reads, leaves the code as it is.
+# The sizes hold for the flags of the build type alone. Debug information, which the test of the ABI reads, leaves
+# the code as it is.
+unset(ENV{CXXFLAGS})
+unset(ENV{LDFLAGS})
 run(${CMAKE_COMMAND} -S ${SOURCE_DIR} -B ${WORK_DIR}/build -G Ninja -DCMAKE_CXX_COMPILER=${COMPILER}
   -DCMAKE_BUILD_TYPE=MinSizeRel -DCMAKE_CXX_FLAGS=-g -DBUILD_SHARED_LIBS=${shared} -DBUILD_TESTING=OFF
   -DSTARTPLAN_BUILD_TOOLS=OFF -DSTARTPLAN_BUILD_EXAMPLES=OFF -DSTARTPLAN_WARNINGS_AS_ERRORS=ON)
@@ -82,14 +85,6 @@ if(NOT names STREQUAL expected)
   list(REMOVE_ITEM added ${expected})
   message(FATAL_ERROR "exported symbols differ from exported_symbols.txt\nmissing: ${missing}\nadded: ${added}")
 endif()
-
-run(readelf -d ${library_dir}/libstartplan.so)
-string(REGEX MATCHALL "NEEDED[^\n]*\\[[^\n]*\\]" needed "${output}")
-foreach(line ${needed})
-  if(NOT line MATCHES "\\[(libyaml-0|libstdc\\+\\+|libgcc_s|libc|libm|ld-linux[a-z0-9_-]*)\\.so\\.[0-9]+\\]")
-    message(FATAL_ERROR "the library needs more than libyaml and the C++ run time: ${line}")
-  endif()
-endforeach()
 
 # With _FORTIFY_SOURCE these would be other symbols, which a client that replaces syslog() never sees.
 run(nm -D --undefined-only ${library_dir}/libstartplan.so)
