@@ -1,7 +1,7 @@
 #!/bin/sh
-# library_dynamic_section.sh FOLDER MAJOR: what the loader reads of the library installed below FOLDER. It needs libyaml and the C++ run
-# time and nothing else, names itself libstartplan.so.MAJOR, searches no folder of its own, and leaves code
-# unwritable and stack unexecutable.
+# library_dynamic_section.sh FOLDER MAJOR: what the loader reads of the library installed below FOLDER. It needs
+# libyaml and the C++ run time and nothing else, names itself libstartplan.so.MAJOR, searches no folder of its
+# own, and leaves code and the loader's tables unwritable and the stack unexecutable.
 set -eu
 
 library=$(find "$1" -name 'libstartplan.so.*.*')

@@ -1,10 +1,10 @@
 #!/bin/sh
-# library_size.sh FOLDER [PREFIX]: how large the library installed below FOLDER is without its symbols for
-# debugging, as a file and as size(1) counts it, held under the limits of its machine. It is what the preset minimal
-# builds; PREFIX begins the names of the binary utilities for its machine, such as aarch64-linux-gnu-.
+# library_size.sh FOLDER [PREFIX]: how large the library installed below FOLDER is when stripped, as a file and
+# as size(1) counts it, held under the limits of its machine. It is what the preset minimal builds; PREFIX begins
+# the names of the binary utilities for its machine, such as aarch64-linux-gnu-.
 #
-# The limits lie some 5 % above the sizes that docs/embedding.md tells. Who passes one with good reason raises it
-# here, and the numbers there.
+# The limits lie some 5 % above the sizes that docs/embedding.md tells. Who passes one with good reason raises
+# it here, and the numbers there.
 set -eu
 
 library=$(find "$1" -name 'libstartplan.so.*.*')

@@ -1,6 +1,6 @@
 #!/bin/sh
-# recipes_test.sh SOURCE_DIR: the example recipes are for this version, give CMake only options that there are, and
-# say that nobody has tried them.
+# recipes_test.sh SOURCE_DIR: the example recipes are for this version, give CMake only options that there are,
+# and say that nobody has tried them.
 set -eu
 cd "$1"
 
