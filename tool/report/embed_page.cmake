@@ -1,6 +1,7 @@
 # Writes the files of the report's page into a C++ source, see report_files.h:
 #
-#     cmake -DOUTPUT=FILE -DFOLDER=tool/report/page -DSCRIPTS=a.js,b.js [-DLIBRARY=FILE -DLICENCE=FILE] -P embed_page.cmake
+#     cmake -DOUTPUT=FILE -DFOLDER=tool/report/page -DSCRIPTS=a.js,b.js
+#       [-DLIBRARY=FILE -DLICENCES=FILE,FILE] -P embed_page.cmake
 
 set(code "#include \"tool/report/report_files.h\"\n\nnamespace tool::report {\n\nnamespace {\n\n")
 set(views "")
@@ -39,12 +40,14 @@ endif()
 add(Library)
 
 set(hex "")
-if(LICENCE)
-  file(READ ${LICENCE} text)
+string(REPLACE "," ";" licences "${LICENCES}")
+foreach(licence IN LISTS licences)
+  file(READ ${licence} text)
   string(REPLACE "&" "&amp;" text "${text}")
   string(REPLACE "<" "&lt;" text "${text}")
-  string(HEX "${text}" hex)
-endif()
+  string(HEX "${text}\n" text)
+  string(APPEND hex "${text}")
+endforeach()
 add(Licence)
 
 file(WRITE ${OUTPUT} "${code}} // namespace\n\n${views}\n} // namespace tool::report\n")
