@@ -35,7 +35,7 @@ const tool::CommandEntry
     kPlanLike({"planlike",
                "start|stop TOP NAME...|--all",
                "Like plan",
-               "",
+               {"", "", ""},
                tool::Section::LOOK,
                {"text", "json"},
                []() -> std::unique_ptr<tool::Command> { return std::make_unique<NoCommand>(); }});
@@ -43,7 +43,7 @@ const tool::CommandEntry
     kDiffLike({"difflike",
                "OLD NEW",
                "Like diff",
-               "",
+               {"", "", ""},
                tool::Section::LOOK,
                {"text"},
                []() -> std::unique_ptr<tool::Command> { return std::make_unique<NoCommand>(); }});
