@@ -104,7 +104,7 @@ void Drop(const std::vector<DependsMap::const_iterator>& entries, std::vector<Ap
 {
     std::unordered_set<std::string_view> dropped;
     dropped.reserve(entries.size());
-    for (const DependsMap::const_iterator entry : entries) {
+    for (const DependsMap::const_iterator& entry : entries) {
         dropped.insert(entry->first);
     }
     // Records are moved to a new vector, since they cannot be assigned to each other in the old one.
@@ -116,7 +116,7 @@ void Drop(const std::vector<DependsMap::const_iterator>& entries, std::vector<Ap
         }
     }
     apps.swap(kept);
-    for (const DependsMap::const_iterator entry : entries) {
+    for (const DependsMap::const_iterator& entry : entries) {
         table.erase(entry);
     }
 }
