@@ -21,9 +21,9 @@ std::string_view LastLine(std::string_view text)
 } // namespace
 
 RoffPage::RoffPage(std::string_view name, int section, std::string_view summary, const Edition& edition)
+    : text_(fmt::format(".TH {} {} \"{}\" \"startplan {}\" \"startplan\"\n", RoffLiteral(InCapitals(name)),
+                        section, edition.date, edition.version))
 {
-    text_ = fmt::format(".TH {} {} \"{}\" \"startplan {}\" \"startplan\"\n", RoffLiteral(InCapitals(name)),
-                        section, edition.date, edition.version);
     // Names, paths and options are to be found and copied whole: nothing is hyphenated, neither here nor behind the
     // macros that switch it on again.
     text_ += ".nh\n.nr HY 0\n.ad l\n";
