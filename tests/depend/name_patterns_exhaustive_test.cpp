@@ -45,7 +45,7 @@ protected:
         plainLines_.clear();
     }
 
-    const ParseAndDepend patterns_;
+    const ParseAndDepend patterns_{};
     Lines plainLines_;
     PlainPatterns plain_{plainLines_};
     LogCapture log_;

@@ -46,7 +46,7 @@ protected:
         return split;
     }
 
-    const ParseAndDepend patterns_;
+    const ParseAndDepend patterns_{};
     bool isSplit_ = false;
     LogCapture log_;
 };

@@ -62,7 +62,7 @@ protected:
         plainLines_.clear();
     }
 
-    const ParseAndDepend numbers_;
+    const ParseAndDepend numbers_{};
     Lines plainLines_;
     PlainPatterns plain_{plainLines_};
     LogCapture log_;

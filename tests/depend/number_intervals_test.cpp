@@ -48,7 +48,7 @@ protected:
         return intervals;
     }
 
-    const ParseAndDepend numbers_;
+    const ParseAndDepend numbers_{};
     LogCapture log_;
 };
 

@@ -105,7 +105,7 @@ protected:
     }
 
     const faults::EveryKeyTree tree_;
-    const ProcMgr::YamlParser parser_;
+    const ProcMgr::YamlParser parser_{};
     std::map<std::string, std::string> replaceData_;
     std::vector<ApplicationManifest> apps_;
     Texts expected_;

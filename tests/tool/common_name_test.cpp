@@ -68,7 +68,7 @@ public:
     std::size_t Size() const { return patterns_.size(); }
 
 private:
-    const ParseAndDepend library_;
+    const ParseAndDepend library_{};
     std::vector<std::string> patterns_;
     std::vector<std::string> names_;
     std::vector<PatternAutomaton> automata_;
