@@ -34,10 +34,10 @@ template <class Number>
 Number ExtractNumber(std::string_view text)
 {
     Number value = 0; // what text of white space only leaves as it is
-    std::stringstream stream;
+    // Written into the stream, the text could make libc++ throw something else where no memory is left.
+    std::istringstream stream{std::string(text)};
     // Else the stream would swallow a std::bad_alloc, and the number would quietly be 0.
     stream.exceptions(std::ios_base::badbit);
-    stream << text;
     stream >> value;
     return value;
 }

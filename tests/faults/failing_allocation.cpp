@@ -12,10 +12,13 @@ extern "C" {
 void* __interceptor_malloc(std::size_t size) __attribute__((weak));
 void* __interceptor_calloc(std::size_t count, std::size_t size) __attribute__((weak));
 void* __interceptor_realloc(void* memory, std::size_t size) __attribute__((weak));
+int __interceptor_posix_memalign(void** memory, std::size_t alignment, std::size_t size)
+    __attribute__((weak));
 void __interceptor_free(void* memory) __attribute__((weak));
 void* __libc_malloc(std::size_t size);
 void* __libc_calloc(std::size_t count, std::size_t size);
 void* __libc_realloc(void* memory, std::size_t size);
+void* __libc_memalign(std::size_t alignment, std::size_t size);
 void __libc_free(void* memory);
 }
 
@@ -28,6 +31,15 @@ bool isArmed = false;
 std::uint64_t untilFailure = 0;
 Allocator failed = Allocator::NONE;
 std::atomic<std::int64_t> live;
+
+// The first exception of a thread takes memory that libc++ keeps, before anybody counts.
+[[maybe_unused]] const bool kHasThrown = [] {
+    try {
+        throw std::bad_alloc();
+    } catch (const std::bad_alloc&) {
+        return true;
+    }
+}();
 
 bool IsToFail(Allocator allocator)
 {
@@ -105,6 +117,17 @@ void* realloc(void* memory, std::size_t size)
     }
     return __interceptor_realloc != nullptr ? __interceptor_realloc(memory, size)
                                             : __libc_realloc(memory, size);
+}
+
+// Counted and never failed: libc++ takes the memory of exceptions by it, std::bad_alloc's own included.
+int posix_memalign(void** memory, std::size_t alignment, std::size_t size) noexcept
+{
+    ++live;
+    if (__interceptor_posix_memalign != nullptr) {
+        return __interceptor_posix_memalign(memory, alignment, size);
+    }
+    *memory = __libc_memalign(alignment, size);
+    return *memory != nullptr ? 0 : ENOMEM;
 }
 
 // The C library's own would not be seen by a sanitizer's allocator.

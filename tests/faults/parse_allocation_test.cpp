@@ -172,6 +172,9 @@ struct HandleReading {
     const char* name;
     bool (*read)(const ProcMgr::KvsTypeYaml&);
 };
+// Made before allocations fail: libc++ 14 loses the memory of a vector whose first items cannot be made.
+const Texts kArguments{"--an-argument-that-is-not-short", "-b", "", "c"};
+
 const HandleReading kReadings[] = {
     {"GetSubKvs",
      [](const ProcMgr::KvsTypeYaml& entry) {
@@ -192,8 +195,7 @@ const HandleReading kReadings[] = {
     {"GetSequenceString",
      [](const ProcMgr::KvsTypeYaml& entry) {
          ProcMgr::KvsTypeYaml sub;
-         return entry.GetSubKvs("arguments", sub) &&
-                sub.GetSequenceString() == Texts{"--an-argument-that-is-not-short", "-b", "", "c"};
+         return entry.GetSubKvs("arguments", sub) && sub.GetSequenceString() == kArguments;
      }},
     {"GetSequenceUint32",
      [](const ProcMgr::KvsTypeYaml& entry) {
